@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Profile files and, bound to one file, the program's settings. Nothing is cached: a value is read from disk
+// at the moment it is asked for. No routine reports a failure: a missing or unreadable file reads as all
+// defaults, a failed write is silent.
+namespace IniParamProcs {
+
+// The value of a key, cut to 1023 bytes (never inside a character) and at the first NUL, without
+// surrounding blanks. The default is treated alike.
+std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view byDefault,
+                              const std::string& file);
+void WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                        const std::string& file);
+void DeleteProfileKey(std::string_view section, std::string_view key, const std::string& file);
+void DeleteProfileSection(std::string_view section, const std::string& file);
+
+// What ReadProfileString makes of a text found in a profile file.
+std::string AsProfileString(std::string_view text);
+
+// The settings file: the program's own path with the extension ".ini".
+std::string IniFilePath();
+std::string ReadIniParam(std::string_view section, std::string_view key, std::string_view byDefault);
+void WriteIniParam(std::string_view section, std::string_view key, std::string_view value);
+void DeleteIniParam(std::string_view section, std::string_view key);
+void DeleteIniSection(std::string_view section);
+
+}  // namespace IniParamProcs
