@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/ProgressWindow.h"
+
 class RangeClass;
 
 // The engine: the solve table with its elementary rules, the randomised search and the generator. Module
@@ -67,13 +69,7 @@ int RandomBetween(int a, int b);   // a..b; a, and nothing drawn, when b <= a
 
 // ---- Search.
 
-// The window that shows how far a run is. Hiding it cancels the run.
-class ProgressWindow {
-  public:
-    virtual ~ProgressWindow() = default;
-    virtual void Progress(double percent) = 0;  // 0..100
-    virtual bool IsVisible() const = 0;
-};
+using platform::ProgressWindow;
 // Names the window of the coming runs; borrowed. Without one (null) a run cannot be cancelled.
 void UseProgressWindow(ProgressWindow* window);
 
