@@ -1,0 +1,139 @@
+#include "platform/qt/QtHost.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+#include <utility>
+
+#include "platform/qt/QtFileDialogs.h"
+#include "platform/qt/QtMessageBoxes.h"
+
+namespace platform_qt {
+
+namespace {
+
+class QtPointer : public platform::Pointer {
+  public:
+    void Shape(platform::PointerShape shape) override {
+        if (shape == platform::PointerShape::Default) {
+            // Override cursors are a stack; a waiting pointer never leaves one behind.
+            while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
+            return;
+        }
+        const QCursor cursor(shape == platform::PointerShape::Hourglass ? Qt::WaitCursor : Qt::BusyCursor);
+        if (QGuiApplication::overrideCursor()) {
+            QGuiApplication::changeOverrideCursor(cursor);
+        } else {
+            QGuiApplication::setOverrideCursor(cursor);
+        }
+    }
+};
+
+class QtEventPump : public platform::EventPump {
+  public:
+    QtEventPump() { sinceLast_.start(); }
+
+    // One attempt of the search is over after some sixty calls, so the counter runs on from attempt to
+    // attempt; only every 64th call looks at the clock.
+    void Yield() override {
+        if (++calls_ % 64 != 0 || sinceLast_.elapsed() < 8) return;
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        sinceLast_.restart();
+    }
+
+  private:
+    unsigned calls_ = 0;
+    QElapsedTimer sinceLast_;
+};
+
+class SteadyClock : public platform::Clock {
+  public:
+    std::chrono::nanoseconds Now() const override {
+        return std::chrono::steady_clock::now().time_since_epoch();
+    }
+};
+
+class ClockSeeds : public platform::SeedSource {
+  public:
+    // The counter keeps two calls within one tick of the clock apart.
+    std::uint64_t NextSeed() override {
+        const auto ticks = static_cast<std::uint64_t>(
+            std::chrono::system_clock::now().time_since_epoch() / std::chrono::nanoseconds(1));
+        return ticks + ++counter_ * 0x9E3779B97F4A7C15U;
+    }
+
+  private:
+    std::uint64_t counter_ = 0;
+};
+
+class MissingHelp : public platform::HelpViewer {
+  public:
+    explicit MissingHelp(platform::MessageBoxes& messages) : messages_(messages) {}
+    void ShowContents(const std::string& /*helpFile*/) override { Report(); }
+    void ShowTopic(const std::string& /*helpFile*/, int /*helpContext*/) override { Report(); }
+
+  private:
+    void Report() {
+        messages_.Show("Fichier d'aide introuvable ou endommagé.", platform::MessageStyle::Exclamation);
+    }
+    platform::MessageBoxes& messages_;
+};
+
+class QtApplication : public platform::Application {
+  public:
+    std::string ProgramFolder() const override { return ToUtf8(QCoreApplication::applicationDirPath()); }
+    std::string ProgramFileName() const override {
+        return ToUtf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
+    }
+    std::string Title() const override { return "Ninarix"; }
+    int MajorVersion() const override { return 3; }
+    int MinorVersion() const override { return 2; }
+    std::string CommandLine() const override {
+        return ToUtf8(QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')));
+    }
+    std::string HelpFile() const override { return helpFile_; }
+    void HelpFile(const std::string& path) override { helpFile_ = path; }
+
+  private:
+    std::string helpFile_;
+};
+
+}  // namespace
+
+struct QtHost::Parts {
+    QtMessageBoxes messages;
+    QtPointer pointer;
+    QtEventPump events;
+    SteadyClock clock;
+    ClockSeeds seeds;
+    QtFileDialogs files;
+    MissingHelp help{messages};
+    QtApplication application;
+};
+
+QtHost::QtHost() : parts_(std::make_unique<Parts>()) {}
+QtHost::~QtHost() = default;
+
+platform::Host QtHost::Interfaces() const {
+    return {&parts_->messages, &parts_->pointer, &parts_->events, &parts_->clock,
+            &parts_->seeds,    &parts_->files,   &parts_->help,   &parts_->application};
+}
+
+QWidget* DialogOwner() {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return QApplication::activeWindow();
+}
+
+void InstallFrenchTexts() {
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+    auto* translator = new QTranslator(QCoreApplication::instance());
+    if (translator->load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(translator);
+    }
+}
+
+}  // namespace platform_qt

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/Host.h"
+
+class QWidget;
+
+// The host interfaces on top of the widget toolkit. Needs a QApplication, which must outlive it.
+namespace platform_qt {
+
+class QtHost {
+  public:
+    QtHost();
+    ~QtHost();
+    QtHost(const QtHost&) = delete;
+    QtHost& operator=(const QtHost&) = delete;
+
+    // Borrowed from this object.
+    platform::Host Interfaces() const;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+inline QString FromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+inline std::string ToUtf8(const QString& text) {
+    return text.toStdString();
+}
+
+// The window that a new dialog belongs to: the modal one on top, else the active one, else none.
+QWidget* DialogOwner();
+
+// The French texts of the toolkit's own dialogs. Call once, after the QApplication was made.
+void InstallFrenchTexts();
+
+}  // namespace platform_qt

@@ -1,0 +1,164 @@
+#include "settings/dialogs/MostRecentFilesClass.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMetaObject>
+#include <QWidget>
+
+#include "diagnostics/ErrorHandling.h"
+#include "platform/Host.h"
+#include "settings/IniParamProcs.h"
+
+namespace {
+
+QString EntryName(int index) {
+    return index == 0 ? QStringLiteral("mnuFileMRU") : QStringLiteral("mnuFileMRU(%1)").arg(index);
+}
+
+QAction* Entry(const QWidget& window, int index) {
+    return window.findChild<QAction*>(EntryName(index));
+}
+
+int EntryCount(const QWidget& window) {
+    int count = 0;
+    while (Entry(window, count + 1)) ++count;
+    return count;
+}
+
+void ShowSeparator(const QWidget& window) {
+    if (auto* separator = window.findChild<QAction*>(QStringLiteral("mnuFileSepMRU"))) {
+        separator->setVisible(EntryCount(window) > 0);
+    }
+}
+
+QMenu* MenuOf(const QAction& entry) {
+    for (QObject* holder : entry.associatedObjects()) {
+        if (auto* menu = qobject_cast<QMenu*>(holder)) return menu;
+    }
+    throw RuntimeError(91);
+}
+
+// Entries are made one behind the other, right after the last one there is.
+void AppendEntry(QWidget& window, int index) {
+    QAction* last = Entry(window, index - 1);
+    if (!last) throw RuntimeError(91);
+    QMenu* menu = MenuOf(*last);
+    auto* entry = new QAction(&window);
+    entry->setObjectName(EntryName(index));
+    const auto actions = menu->actions();
+    const auto place = actions.indexOf(last) + 1;
+    menu->insertAction(place < actions.size() ? actions[place] : nullptr, entry);
+    QObject::connect(entry, &QAction::triggered, &window, [&window, index] {
+        QMetaObject::invokeMethod(&window, "mnuFileMRU_Click", Q_ARG(int, index));
+    });
+}
+
+// An "&" of the path shows as "&", it marks no shortcut.
+QString AsCaption(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+        .replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+void FillEntry(QAction& entry, const QString& caption, const QString& path) {
+    entry.setText(caption);
+    entry.setData(path);
+    entry.setToolTip(path);
+    entry.setStatusTip(path);
+}
+
+void MoveEntries(const QWidget& window, int from, int to) {
+    FillEntry(*Entry(window, to), Entry(window, from)->text(), Entry(window, from)->data().toString());
+}
+
+bool IsSeparator(char c) {
+    return c == '/' || c == '\\';
+}
+
+}  // namespace
+
+std::string MostRecentFilesClass::ShortCaption(std::string_view path, std::string_view separator) {
+    // Positions count from 1, as in the rule: k is the last separator with more than 20 characters behind
+    // it, m the first one from position 4 on.
+    const std::size_t length = path.size();
+    std::size_t k = 0;
+    for (std::size_t i = length > 21 ? length - 21 : 0; i > 0 && k == 0; --i) {
+        if (IsSeparator(path[i - 1])) k = i;
+    }
+    std::size_t m = 4;
+    while (m <= length && !IsSeparator(path[m - 1])) ++m;
+
+    std::string text(path);
+    if (k > m) text = std::string(path.substr(0, m)).append("...").append(path.substr(k - 1));
+    if (separator.empty()) return text;
+    const auto first = text.find(separator);
+    if (first == std::string::npos) return text;
+    const auto start = first + separator.size();
+    return text.substr(start, text.find(separator, start) - start);
+}
+
+void MostRecentFilesClass::Add(QWidget& window, const std::string& path) {
+    Trap("MostRecentFilesClass", "Add", [&] {
+        const QString tag = QString::fromStdString(path);
+        const int count = EntryCount(window);
+        int place = 1;
+        while (place <= count &&
+               Entry(window, place)->data().toString().compare(tag, Qt::CaseInsensitive) != 0) {
+            ++place;
+        }
+        QString caption = AsCaption(ShortCaption(path, paramSep_));
+        if (place <= count) {
+            caption = Entry(window, place)->text();
+        } else if (count < maxRecent_) {
+            AppendEntry(window, place);
+        } else {
+            place = count;
+        }
+        if (place < 1) return;
+        for (int i = place; i > 1; --i) MoveEntries(window, i - 1, i);
+        FillEntry(*Entry(window, 1), caption, tag);
+        ShowSeparator(window);
+    });
+}
+
+void MostRecentFilesClass::Load(QWidget& window, const std::string& file) {
+    Trap("MostRecentFilesClass", "Load", [&] {
+        for (int i = maxRecent_; i >= 1; --i) {
+            const std::string path = IniParamProcs::ReadProfileString("MRU", std::to_string(i), "", file);
+            if (!path.empty()) Add(window, path);
+        }
+        ShowSeparator(window);
+    });
+}
+
+void MostRecentFilesClass::Save(QWidget& window, const std::string& file) {
+    Trap("MostRecentFilesClass", "Save", [&] {
+        IniParamProcs::DeleteIniSection("MRU");
+        for (int i = 1; i <= EntryCount(window); ++i) {
+            IniParamProcs::WriteProfileString("MRU", std::to_string(i), PathOf(window, i), file);
+        }
+    });
+}
+
+void MostRecentFilesClass::Delete(QWidget& window, int index) {
+    Trap("MostRecentFilesClass", "Delete", [&] {
+        const int count = EntryCount(window);
+        if (index < 1 || index > count) throw RuntimeError(ErrorNumber::OutOfBounds);
+        std::string text;
+        for (const char c : errorMsg_) {
+            if (c == '*') {
+                text += PathOf(window, index);
+            } else {
+                text += c;
+            }
+        }
+        platform::TheHost().messages->Show(text, platform::MessageStyle::Stop);
+        for (int i = index; i < count; ++i) MoveEntries(window, i + 1, i);
+        delete Entry(window, count);
+        ShowSeparator(window);
+    });
+}
+
+std::string MostRecentFilesClass::PathOf(const QWidget& window, int index) {
+    const QAction* entry = index >= 1 ? Entry(window, index) : nullptr;
+    return entry ? entry->data().toString().toStdString() : std::string();
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDialog>
+
+class QButtonGroup;
+class QCheckBox;
+
+// Asks the level of a new puzzle. Made anew for every question; only "Ok" writes the settings.
+class wLevel : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit wLevel(QWidget* owner);
+
+    // True only after "Ok".
+    bool Accepted() const { return accepted_; }
+
+  public slots:
+    void cmdCommands_Click(int index);  // 1 "Ok", 0 "Annuler"
+
+  private:
+    void Form_Load();
+
+    QButtonGroup* optLevelValue_;
+    QCheckBox* chkLevelAsk_;
+    bool accepted_ = false;
+};
