@@ -25,6 +25,9 @@ class ProfileFile {
 
     // The value without surrounding blanks; nothing if the section or the key is missing.
     std::optional<std::string> Value(std::string_view section, std::string_view key) const;
+    // The values of many keys of one section, in one pass over the file, whatever its size.
+    std::vector<std::optional<std::string>> Values(std::string_view section,
+                                                   const std::vector<std::string>& keys) const;
 
     // False, and no change, when a name or the value holds a line break or NUL, or a name could not be
     // found again under what would be written ("]" in a section, "=" in a key, a comment's ";").
@@ -32,9 +35,30 @@ class ProfileFile {
     void RemoveKey(std::string_view section, std::string_view key);
     void RemoveSection(std::string_view section);
 
-    std::string Bytes() const;
+    const std::string& Bytes() const { return bytes_; }
     // See ReplaceFile.
     bool Write(const std::string& path) const;
+
+  private:
+    // Offsets into the bytes: a line without its end, and where the next one starts.
+    struct Line {
+        std::size_t start = 0;
+        std::size_t end = 0;
+        std::size_t next = 0;
+    };
+    // A section's header line and the end of its last line.
+    struct Section {
+        Line header;
+        std::size_t end = 0;
+    };
+
+    Line LineAt(std::size_t start) const;
+    std::string_view Text(const Line& line) const;
+    std::optional<Section> Find(std::string_view section) const;
+    std::optional<Line> FindKey(const Section& section, std::string_view key) const;
+    void Append(std::string_view line);
+
+    std::string bytes_;
 };
 
 }  // namespace platform

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/ProfileFile.h"
+
 // Profile files and, bound to one file, the program's settings. Nothing is cached: a value is read from disk
 // at the moment it is asked for. No routine reports a failure: a missing or unreadable file reads as all
 // defaults, a failed write is silent.
@@ -26,5 +28,15 @@ std::string ReadIniParam(std::string_view section, std::string_view key, std::st
 void WriteIniParam(std::string_view section, std::string_view key, std::string_view value);
 void DeleteIniParam(std::string_view section, std::string_view key);
 void DeleteIniSection(std::string_view section);
+
+// The settings as they are now, for a reader of many keys: the file is parsed once.
+class IniSnapshot {
+  public:
+    IniSnapshot();
+    std::string Read(std::string_view section, std::string_view key, std::string_view byDefault) const;
+
+  private:
+    platform::ProfileFile profile_;
+};
 
 }  // namespace IniParamProcs

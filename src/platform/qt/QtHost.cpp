@@ -61,8 +61,8 @@ class ClockSeeds : public platform::SeedSource {
   public:
     // The counter keeps two calls within one tick of the clock apart.
     std::uint64_t NextSeed() override {
-        const auto ticks = static_cast<std::uint64_t>(
-            std::chrono::system_clock::now().time_since_epoch() / std::chrono::nanoseconds(1));
+        const auto ticks = static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch() /
+                                                      std::chrono::nanoseconds(1));
         return ticks + ++counter_ * 0x9E3779B97F4A7C15U;
     }
 

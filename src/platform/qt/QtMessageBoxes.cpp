@@ -40,19 +40,27 @@ std::vector<Choice> ChoicesOf(int style) {
     const Choice yes{MessageButton::Yes, QStringLiteral("&Oui"), QMessageBox::YesRole};
     const Choice no{MessageButton::No, QStringLiteral("&Non"), QMessageBox::NoRole};
     switch (style & 7) {
-        case platform::MessageStyle::OkCancel: return {ok, cancel};
-        case platform::MessageStyle::YesNoCancel: return {yes, no, cancel};
-        case platform::MessageStyle::YesNo: return {yes, no};
-        default: return {ok};
+        case platform::MessageStyle::OkCancel:
+            return {ok, cancel};
+        case platform::MessageStyle::YesNoCancel:
+            return {yes, no, cancel};
+        case platform::MessageStyle::YesNo:
+            return {yes, no};
+        default:
+            return {ok};
     }
 }
 
 QMessageBox::Icon IconOf(int style) {
     switch (style & 0xF0) {
-        case platform::MessageStyle::Stop: return QMessageBox::Critical;
-        case platform::MessageStyle::Exclamation: return QMessageBox::Warning;
-        case platform::MessageStyle::Information: return QMessageBox::Information;
-        default: return QMessageBox::NoIcon;
+        case platform::MessageStyle::Stop:
+            return QMessageBox::Critical;
+        case platform::MessageStyle::Exclamation:
+            return QMessageBox::Warning;
+        case platform::MessageStyle::Information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
     }
 }
 

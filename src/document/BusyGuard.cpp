@@ -1,0 +1,79 @@
+#include "document/BusyGuard.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <cassert>
+
+#include "engine/Global.h"
+#include "platform/Host.h"
+
+namespace {
+
+BusyGuard* activeGuard = nullptr;
+
+bool IsUserInput(QEvent::Type type) {
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ContextMenu:
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop:
+        case QEvent::Close:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletRelease:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+BusyGuard::BusyGuard(QWidget* owner) : progress_(owner->window()) {
+    assert(!activeGuard);
+    activeGuard = this;
+    Global::UseProgressWindow(&progress_);
+    qApp->installEventFilter(this);
+    progress_.show();
+}
+
+BusyGuard::~BusyGuard() {
+    qApp->removeEventFilter(this);
+    Global::UseProgressWindow(nullptr);
+    activeGuard = nullptr;
+    platform::TheHost().pointer->Shape(platform::PointerShape::Default);
+}
+
+bool BusyGuard::Active() {
+    return activeGuard != nullptr;
+}
+
+bool BusyGuard::eventFilter(QObject* target, QEvent* event) {
+    if (!IsUserInput(event->type())) return false;
+    if (target->isWidgetType()) {
+        const QWidget* window = static_cast<QWidget*>(target)->window();
+        if (window == &progress_ || window->isModal()) return false;
+    } else if (event->type() != QEvent::Shortcut) {
+        // Native windows pass their input on to widgets, which come by here again.
+        return false;
+    }
+    // A close event counts as agreed unless it is refused.
+    event->ignore();
+    if (event->type() == QEvent::Close) platform::TheHost().messages->Beep();
+    return true;
+}
+
+bool RefusedWhileBusy() {
+    if (!BusyGuard::Active()) return false;
+    platform::TheHost().messages->Beep();
+    return true;
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QColor>
+#include <QRectF>
+#include <QString>
+#include <QWidget>
+#include <array>
+#include <cstdint>
+
+#include "settings/ColorTable.h"
+
+class clsCell;
+class wGrid;
+
+// A place where a cell view paints a digit. Pixels are relative to the view.
+struct CellLabel {
+    QString text;
+    bool visible = true;
+    QColor color;
+    QRectF place;
+    double pixelSize = 0;
+};
+
+// The view of one cell: its value as one large digit or, while it is empty, its candidates as nine small
+// ones. One widget that paints its labels itself. Listens to the bound cell, which it does not own and which
+// must outlive it or be unbound first.
+class ctrlCell : public QWidget {
+    Q_OBJECT
+
+  public:
+    // Takes its colours from the table: 0 background, 3 locked, 4 unlocked, 6 candidates.
+    ctrlCell(QWidget* parent, const ColorTable::Colors& colors);
+    ~ctrlCell() override;
+
+    clsCell* mCell() const { return cell_; }
+    void mCell(clsCell* cell);
+    wGrid* ParentGrid() const { return parentGrid_; }
+    void ParentGrid(wGrid* grid) { parentGrid_ = grid; }
+
+    QColor BackColor() const { return backColor_; }
+    void BackColor(const QColor& color);
+
+    // 0 and false without a cell. Writing Value without a cell raises error 0x80040001.
+    std::uint8_t Value() const;
+    void Value(std::uint8_t value);
+    bool Locked() const;
+    void Locked(bool locked);
+
+    // Whether candidate d is shown; d outside 1..9 reads false and writes nothing. A written state lasts
+    // until the next ManageMasks.
+    bool Mask(int d) const;
+    void Mask(int d, bool visible);
+
+    // True hides all candidates from the next ManageMasks on.
+    bool NoMask() const { return noMask_; }
+    void NoMask(bool hide) { noMask_ = hide; }
+
+    void DoSelect();
+    void SetColors(const QColor& background, const QColor& unlocked, const QColor& locked);
+    void SetColors(const QColor& background, const QColor& unlocked, const QColor& locked,
+                   const QColor& mask);
+    void ManageMasks();
+
+    // For assistive technology: "Ligne 3, colonne 5", and "vide, candidats 2 et 7" or "7, donnée
+    // verrouillée".
+    QString PlaceText() const;
+    QString StateText() const;
+
+    const CellLabel& lblValue() const { return lblValue_; }
+    const CellLabel& lblMask(int d) const { return lblMask_[static_cast<std::size_t>(d - 1)]; }
+
+  signals:
+    void Click();
+    // Arrows are 37 left, 38 up, 39 right, 40 down, Delete is 46; every other key is 0.
+    void KeyDown(int keyCode, int shift);
+    void Keypress(int keyAscii);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+  private:
+    void mCell_Change(std::uint8_t value);
+    void ShowValue(std::uint8_t value);
+    void Relocate();
+
+    clsCell* cell_ = nullptr;
+    wGrid* parentGrid_ = nullptr;
+    CellLabel lblValue_;
+    std::array<CellLabel, 9> lblMask_;
+    QColor backColor_;
+    QColor lockedColor_;
+    QColor unlockedColor_;
+    bool noMask_ = false;
+};
+
+// A 32-bit colour with red in its low byte as the toolkit's own type.
+QColor ToQColor(std::uint32_t color);

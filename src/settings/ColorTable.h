@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+// The seven colours of the program, red in the low byte:
+//   0 background of the window and of cells   1 background of the selected cell   2 grid lines
+//   3 values of locked cells   4 values of other cells   5 help digits of locked cells   6 candidates
+namespace ColorTable {
+
+using Colors = std::array<std::uint32_t, 7>;
+
+// What a fresh settings file gets.
+inline constexpr Colors Defaults{16777215, 65535, 0, 255, 0, 255, 0};
+
+// The shared table: filled at start-up and by the options dialog.
+Colors& Shared();
+
+// The colours as the settings file holds them now, read in one go. A missing key, or a number that is no
+// 24-bit colour, gives the default.
+Colors FromSettings(const Colors& byDefault = Defaults);
+
+}  // namespace ColorTable

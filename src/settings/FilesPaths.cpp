@@ -1,0 +1,35 @@
+#include "settings/FilesPaths.h"
+
+#include "platform/Host.h"
+
+namespace FilesPaths {
+
+namespace {
+
+std::string AskFile(bool save, const std::string& folder, const std::string& proposedName) {
+    return platform::TheHost().files->Ask({save, std::string(GridFilter), folder, proposedName});
+}
+
+}  // namespace
+
+std::string FolderOf(std::string_view path) {
+    const auto separator = path.find_last_of("/\\");
+    if (separator == std::string_view::npos) return {};
+    return std::string(path.substr(0, separator == 0 ? 1 : separator));
+}
+
+std::string NameOf(std::string_view path) {
+    const auto separator = path.find_last_of("/\\");
+    if (separator != std::string_view::npos) path.remove_prefix(separator + 1);
+    return std::string(path.substr(0, path.rfind('.')));
+}
+
+std::string AskOpenFile(const std::string& folder) {
+    return AskFile(false, folder, {});
+}
+
+std::string AskSaveFile(const std::string& folder, const std::string& proposedName) {
+    return AskFile(true, folder, proposedName);
+}
+
+}  // namespace FilesPaths

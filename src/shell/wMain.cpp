@@ -1,0 +1,201 @@
+#include "shell/wMain.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QStatusBar>
+#include <QTimer>
+
+#include "diagnostics/ErrorHandling.h"
+#include "document/BusyGuard.h"
+#include "document/ctrlCell.h"
+#include "document/wGrid.h"
+#include "platform/Host.h"
+#include "platform/qt/QtHost.h"
+#include "settings/ColorTable.h"
+#include "settings/Conversions.h"
+#include "settings/IniParamProcs.h"
+#include "shell/Palette.h"
+#include "shell/wSplash.h"
+
+namespace {
+
+constexpr QSize firstSize(820, 690);
+constexpr QSize smallestSize(480, 420);
+
+double NoSplash() {
+    return Conversions::NumericPrefix(IniParamProcs::ReadIniParam("Options", "NoSplash", "0"));
+}
+
+bool Flag(std::string_view key) {
+    return Conversions::ToBoolean(IniParamProcs::ReadIniParam("options", key, "0"));
+}
+
+}  // namespace
+
+wMain::wMain() : area_(new QMdiArea(this)) {
+    setObjectName(QStringLiteral("wMain"));
+    setAcceptDrops(true);
+    setMinimumSize(smallestSize);
+    resize(firstSize);
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area_->viewport()->installEventFilter(this);
+    connect(area_, &QMdiArea::subWindowActivated, this, &wMain::GridActivated);
+    setCentralWidget(area_);
+    BuildMenus();
+    BuildToolbar();
+    BuildPalette();
+    BuildStatusBar();
+    ShowDocument({}, {});
+}
+
+wMain::~wMain() {
+    // Grid windows reach for this window while they go; they go first.
+    delete area_;
+}
+
+void wMain::MDIForm_Load() {
+    Trap("wMain", "MDIForm_Load", [this] {
+        using namespace IniParamProcs;
+        platform::Application& application = *platform::TheHost().application;
+        application.HelpFile(application.ProgramFolder() + "/" + application.ProgramFileName() + ".chm");
+        const bool commandLine = !application.CommandLine().empty();
+        if (commandLine) OpenCommandLine();
+        if (!commandLine && NoSplash() == 0) {
+            show();
+            ShowSplash();
+        }
+        // Unlike above, any number but 1 shows the splash here.
+        if (NoSplash() != 1) {
+            show();
+            ShowSplash();
+        }
+        ColorTable::Shared() = ColorTable::FromSettings();
+        if (Flag("NoAutoMasks")) mnuGridNoAutoMasks_Click();
+        if (Flag("GridHelpNone")) mnuGridHelpNone_Click();
+        recentFiles_.MaxRecent(9);
+        recentFiles_.Load(*this, IniFilePath());
+        UpdateColors();
+    });
+    // A setting that cannot be read ends the sequence, not the program.
+    show();
+}
+
+void wMain::OpenCommandLine() {
+    std::string name = platform::TheHost().application->CommandLine();
+    if (name.size() >= 2 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
+    OpenGridFile(QString::fromStdString(name));
+}
+
+void wMain::ShowSplash() {
+    if (splash_) return;
+    splash_ = new wSplash(this);
+    splash_->Present();
+}
+
+bool wMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == area_->viewport() && event->type() == QEvent::Resize) MDIForm_Resize();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void wMain::MDIForm_Resize() {
+    Trap("wMain", "MDIForm_Resize", [this] {
+        for (QMdiSubWindow* window : area_->subWindowList()) {
+            if (window->isMinimized() || window->isMaximized()) window->showNormal();
+            window->setGeometry(area_->viewport()->rect());
+        }
+    });
+}
+
+void wMain::closeEvent(QCloseEvent* event) {
+    if (RefusedWhileBusy() || !MDIForm_QueryUnload()) return event->ignore();
+    Trap("wMain", "MDIForm_Unload", [this] { recentFiles_.Save(*this, IniParamProcs::IniFilePath()); });
+    if (splash_) splash_->close();
+    event->accept();
+}
+
+// Every grid is asked before any is closed: a Cancel at the last question loses none of them.
+bool wMain::MDIForm_QueryUnload() {
+    for (wGrid* grid : Grids()) {
+        area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(grid->parentWidget()));
+        if (!grid->AskBeforeUnload()) return false;
+    }
+    for (wGrid* grid : Grids()) grid->Discard();
+    return true;
+}
+
+wGrid* wMain::ActiveGrid() const {
+    return activeGrid_;
+}
+
+std::vector<wGrid*> wMain::Grids() const {
+    std::vector<wGrid*> grids;
+    for (QMdiSubWindow* window : area_->subWindowList(QMdiArea::CreationOrder)) {
+        if (auto* grid = qobject_cast<wGrid*>(window->widget())) grids.push_back(grid);
+    }
+    return grids;
+}
+
+wGrid* wMain::LoadGridWindow() {
+    auto* grid = new wGrid(*this);
+    QMdiSubWindow* window = area_->addSubWindow(
+        grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
+    return grid;
+}
+
+void wMain::ShowGridWindow(wGrid& grid) {
+    MDIForm_Resize();
+    auto* window = qobject_cast<QMdiSubWindow*>(grid.parentWidget());
+    grid.show();
+    window->show();
+    area_->setActiveSubWindow(window);
+    GridActivated(window);
+    grid.SetFocus();
+}
+
+void wMain::UnloadGrid(wGrid* grid) {
+    GridUnloading(grid);
+    delete grid->parentWidget();
+}
+
+// The area names no window while the program is in the background; the active grid stays what it was.
+void wMain::GridActivated(QMdiSubWindow* window) {
+    auto* grid = window ? qobject_cast<wGrid*>(window->widget()) : nullptr;
+    if (!grid || grid == activeGrid_) return;
+    if (activeGrid_) activeGrid_->Form_Deactivate();
+    activeGrid_ = grid;
+    grid->Form_Activate();
+}
+
+void wMain::GridUnloading(wGrid* grid) {
+    if (cell_ && cell_->ParentGrid() == grid) Cell(nullptr);
+    if (grid != activeGrid_) return;
+    grid->Form_Deactivate();
+    activeGrid_ = nullptr;
+}
+
+bool wMain::InitialisationMode() const {
+    return MenuItem("mnuGridConfig")->isChecked();
+}
+
+bool wMain::MasksHidden() const {
+    return MenuItem("mnuGridHelpNone")->isChecked();
+}
+
+bool wMain::ManualMasks() const {
+    return MenuItem("mnuGridNoAutoMasks")->isChecked();
+}
+
+void wMain::ShowDocument(const QString& path, const QString& caption) {
+    const QString title = platform_qt::FromUtf8(platform::TheHost().application->Title());
+    setWindowTitle(caption.isEmpty()
+                       ? title
+                       : title + QStringLiteral(" - ") +
+                             QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    pathPanel_->setText(path);
+    pathPanel_->setToolTip(path);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QTimer;
+
+// The picture shown at start-up, closed by its timer alone. Shown as the about box its timer is off, and a
+// click or Escape closes it. Deletes itself when closed.
+class wSplash : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit wSplash(QWidget* owner);
+
+    QTimer& tmrClose() { return *tmrClose_; }
+    // Shows the window in the middle of its owner.
+    void Present();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    QLabel* lblVersion_;
+    QTimer* tmrClose_;
+};
