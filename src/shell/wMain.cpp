@@ -1,9 +1,11 @@
 #include "shell/wMain.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTimer>
 
@@ -30,6 +32,15 @@ double NoSplash() {
 
 bool Flag(std::string_view key) {
     return Conversions::ToBoolean(IniParamProcs::ReadIniParam("options", key, "0"));
+}
+
+// The window's own system menu claims every usual key of closing; the command "&Fermer" has Ctrl+W.
+void KeepCloseShortcut(const QMdiSubWindow& window) {
+    const QMenu* menu = window.systemMenu();
+    if (!menu) return;
+    for (QAction* action : menu->actions()) {
+        if (!action->shortcut().isEmpty()) action->setShortcut(Qt::CTRL | Qt::Key_F4);
+    }
 }
 
 }  // namespace
@@ -143,6 +154,7 @@ wGrid* wMain::LoadGridWindow() {
     QMdiSubWindow* window = area_->addSubWindow(
         grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    KeepCloseShortcut(*window);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
     return grid;
 }

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QScreen>
 #include <QTimer>
 
 #include "diagnostics/ErrorHandling.h"
@@ -42,8 +43,8 @@ wSplash::wSplash(QWidget* owner)
 }
 
 void wSplash::Present() {
-    const QWidget* owner = parentWidget()->window();
-    move(owner->frameGeometry().center() - rect().center());
+    // At start-up the window manager has not placed the owner yet, so the screen is the measure.
+    move(parentWidget()->screen()->availableGeometry().center() - rect().center());
     show();
     raise();
     activateWindow();

@@ -14,7 +14,7 @@ class wSplash : public QWidget {
     explicit wSplash(QWidget* owner);
 
     QTimer& tmrClose() { return *tmrClose_; }
-    // Shows the window in the middle of its owner.
+    // Shows the window in the middle of its owner's screen.
     void Present();
 
   protected:

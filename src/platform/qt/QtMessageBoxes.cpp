@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 #include <vector>
 
 #include "platform/qt/QtHost.h"
@@ -11,6 +13,8 @@
 namespace platform_qt {
 
 namespace {
+
+constexpr int widestText = 640;  // pixels
 
 class BoxWithHelp : public QMessageBox {
   public:
@@ -64,6 +68,14 @@ QMessageBox::Icon IconOf(int style) {
     }
 }
 
+// The toolkit wraps texts of more than some 420 pixels, in the middle of lines that belong together.
+void WidenToText(const QMessageBox& box) {
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!label) return;
+    const int natural = label->fontMetrics().size(0, box.text()).width();
+    label->setMinimumWidth(std::min(natural, widestText) + 2 * label->margin() + 8);
+}
+
 }  // namespace
 
 platform::MessageButton QtMessageBoxes::Show(std::string_view text, int style, int helpContext) {
@@ -79,6 +91,7 @@ platform::MessageButton QtMessageBoxes::Show(std::string_view text, int style, i
     const std::size_t defaultIndex = static_cast<unsigned>(style >> 8) & 3U;
     if (defaultIndex < buttons.size()) box.setDefaultButton(buttons[defaultIndex]);
     box.setEscapeButton(buttons.back());
+    WidenToText(box);
     box.exec();
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         if (box.clickedButton() == buttons[i]) return choices[i].answer;
