@@ -262,7 +262,7 @@ last_box=
 new_box() {
     local id
     id=$(xdotool getactivewindow 2>/dev/null) || return 1
-    [ "$id" != "$last_box" ] && title_is Ninarix && last_box=$id
+    [ "$id" != "$last_box" ] && [ "$(xdotool getwindowname "$id" 2>/dev/null)" = Ninarix ] && last_box=$id
 }
 answer() { # KEY, to the next message box
     until_true 'another message box' new_box
