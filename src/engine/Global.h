@@ -15,8 +15,8 @@ namespace Global {
 // ---- Geometry. Cells 1..81 row-major; rows, columns, boxes 1..9.
 int RowOf(int cell);
 int ColOf(int cell);
-int BandOf(int n);                      // band of row n, or box row of box n: 1..3
-int StackOf(int n);                     // box column of box n: 1..3
+int BandOf(int n);   // band of row n, or box row of box n: 1..3
+int StackOf(int n);  // box column of box n: 1..3
 int BoxOf(int cell);
 int BoxCellIndex(int box, int position);  // position 1..9, row-major inside the box
 
@@ -62,10 +62,10 @@ struct CandidateList {
 CandidateList ShuffleCandidates(int cell);
 
 // ---- Random numbers.
-void Reseed();                     // from the host's seed source
+void Reseed();  // from the host's seed source
 void Reseed(std::uint64_t seed);
-float NextRandom();                // n * 2^-24, 0 <= n < 2^24: below 1 always
-int RandomBetween(int a, int b);   // a..b; a, and nothing drawn, when b <= a
+float NextRandom();               // n * 2^-24, 0 <= n < 2^24: below 1 always
+int RandomBetween(int a, int b);  // a..b; a, and nothing drawn, when b <= a
 
 // ---- Search.
 

@@ -1,0 +1,178 @@
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "engine/Global.h"
+#include "engine/RangeClass.h"
+#include "engine/Tables.h"
+#include "settings/Conversions.h"
+#include "settings/IniParamProcs.h"
+
+namespace {
+
+// Numbers 1..9, each the same number of times, drawn without putting back.
+class NumberPool {
+  public:
+    NumberPool(int size, int copies) : size_(size) {
+        for (int n = 0; n < size; ++n) numbers_[Slot(n)] = n / copies + 1;
+    }
+    void Shorten(int size) { size_ = size; }
+    int Size() const { return size_; }
+    // Position 1..Size().
+    int At(int position) const { return numbers_[Slot(position - 1)]; }
+    void Take(int position) { numbers_[Slot(position - 1)] = numbers_[Slot(--size_)]; }
+
+  private:
+    static std::size_t Slot(int n) { return static_cast<std::size_t>(n); }
+    std::array<int, 72> numbers_{};
+    int size_;
+};
+
+// The cells that become givens, named by their box and the digit that the solution holds there.
+class GivenPairs {
+  public:
+    bool Has(int box, int digit) const { return pairs_[Slot(box, digit)]; }
+    void Add(int box, int digit) { pairs_[Slot(box, digit)] = true; }
+
+  private:
+    static std::size_t Slot(int box, int digit) {
+        Global::CheckIndex(box, 1, 9);
+        Global::CheckIndex(digit, 1, 9);
+        return static_cast<std::size_t>(box * 10 + digit);
+    }
+    std::array<bool, 100> pairs_{};
+};
+
+int ReadLevel() {
+    constexpr int medium = 5;
+    const int level = Conversions::ToInteger(IniParamProcs::ReadIniParam("Options", "LevelValue", "5"));
+    return level < 2 || level > 9 ? medium : level;
+}
+
+// Nothing when 100 draws in a row hit pairs that were taken already.
+std::optional<GivenPairs> DrawPairs(int level) {
+    const int size = (level - 1) * 9;
+    NumberPool digits(size, level - 1);
+    NumberPool boxes(size, level - 1);
+    // The pool stays sorted: shortening it takes from the last boxes.
+    boxes.Shorten(size - static_cast<int>(Global::NextRandom() * 9));
+
+    constexpr int failureLimit = 100;
+    int failures = 0;
+    GivenPairs pairs;
+    // A box stands level - 1 times in its pool, a digit in its own: neither gets more givens than that.
+    while (boxes.Size() > 0) {
+        const int boxPosition = Global::RandomBetween(1, boxes.Size());
+        const int box = boxes.At(boxPosition);
+        int digitPosition = Global::RandomBetween(1, digits.Size());
+        while (pairs.Has(box, digits.At(digitPosition))) {
+            if (++failures == failureLimit) return std::nullopt;
+            digitPosition = Global::RandomBetween(1, digits.Size());
+        }
+        pairs.Add(box, digits.At(digitPosition));
+        digits.Take(digitPosition);
+        boxes.Take(boxPosition);
+        failures = 0;
+    }
+    return pairs;
+}
+
+// 1..9 in random order.
+std::array<int, 9> DrawOrder() {
+    std::string rest = "123456789";
+    std::array<int, 9> order{};
+    for (int& digit : order) {
+        const auto position =
+            static_cast<std::size_t>(Global::RandomBetween(1, static_cast<int>(rest.size())) - 1);
+        digit = rest[position] - '0';
+        rest.erase(position, 1);
+    }
+    return order;
+}
+
+void BuildSolution() {
+    do {
+        Global::ClearRanges();
+        Global::ResetTable();
+        Global::Reseed();
+        Global::SeedBoxes();
+        // A stopped attempt counts as ended, but leaves empty cells.
+    } while (!Global::SolveAttempt() || Global::HasEmptyCell());
+    Global::WriteDigits();
+}
+
+bool SameTexts(const RangeClass& one, const RangeClass& other) {
+    for (int row = 1; row <= 9; ++row)
+        for (int col = 1; col <= 9; ++col)
+            if (one.Cells(row, col).Value != other.Cells(row, col).Value) return false;
+    return true;
+}
+
+// Takes back what the check's solution wrote beside the givens.
+void KeepGivensOnly(RangeClass& puzzle) {
+    for (int row = 1; row <= 9; ++row)
+        for (int col = 1; col <= 9; ++col)
+            if (clsXlCellClass& cell = puzzle.Cells(row, col); !cell.Locked) cell.Value.clear();
+}
+
+}  // namespace
+
+namespace Global {
+
+bool CreateGrid(RangeClass& puzzle, RangeClass& working) {
+    UseRanges(puzzle, working);
+    CancelRequested = false;
+    BuildSolution();
+    return MakePuzzle();
+}
+
+void SeedBoxes() {
+    // No two boxes of a triple share a band or a stack.
+    constexpr std::array<std::string_view, 6> triples{"159", "168", "249", "267", "348", "357"};
+    for (const char box : triples[static_cast<std::size_t>(RandomBetween(1, 6) - 1)]) FillBox(box - '0');
+}
+
+void FillBox(int box) {
+    DrawOrder();  // only moves the random sequence on
+    const std::array<int, 9> order = DrawOrder();
+    for (int position = 1; position <= 9; ++position)
+        PlaceDigit(BoxCellIndex(box, position), order[static_cast<std::size_t>(position - 1)]);
+}
+
+bool MakePuzzle() {
+    constexpr int triesPerSolution = 25;
+    while (true) {
+        RangeClass solution;
+        WorkingRange().Copy(solution);
+        for (int tries = 0; tries < triesPerSolution; ++tries) {
+            ChooseGivens();
+            if (!SolveFromRanges()) return false;
+            const bool accepted = !CancelRequested && SameTexts(WorkingRange(), solution);
+            // The next choice reads the solution where the check has just solved.
+            solution.Copy(WorkingRange());
+            if (accepted) KeepGivensOnly(PuzzleRange());
+            if (accepted || CancelRequested) return true;
+        }
+        // Few givens seldom leave one solution only; another solution may do better.
+        BuildSolution();
+    }
+}
+
+void ChooseGivens() {
+    std::optional<GivenPairs> pairs;
+    while (!pairs) pairs = DrawPairs(ReadLevel());
+
+    RangeClass& puzzle = PuzzleRange();
+    const RangeClass& working = WorkingRange();
+    for (int cell = 1; cell <= 81; ++cell) {
+        const int row = RowOf(cell);
+        const int col = ColOf(cell);
+        const std::string& text = working.Cells(row, col).Value;
+        const bool given = pairs->Has(BoxOf(cell), Conversions::ToInteger(text));
+        clsXlCellClass& target = puzzle.Cells(row, col);
+        target.Font.Bold = target.Locked = given;
+        target.Value = given ? text : std::string();
+    }
+}
+
+}  // namespace Global

@@ -1,0 +1,212 @@
+#include <chrono>
+
+#include "engine/Global.h"
+#include "engine/RangeClass.h"
+#include "engine/Tables.h"
+#include "platform/Host.h"
+#include "settings/Conversions.h"
+#include "settings/IniParamProcs.h"
+
+namespace {
+
+constexpr int rangeNotSet = 91;
+
+RangeClass* puzzleRange = nullptr;
+RangeClass* workingRange = nullptr;
+platform::ProgressWindow* progressWindow = nullptr;
+
+RangeClass& NamedRange(RangeClass* range) {
+    if (!range) throw RuntimeError(rangeNotSet);
+    return *range;
+}
+
+bool IsGiven(const clsXlCellClass& cell) {
+    return !cell.Value.empty() && cell.Font.Bold;
+}
+
+bool ReportDuplicate(int cell) {
+    const int value = Global::TableEntry(cell, 0);
+    platform::TheHost().messages->Show("Duplicate entry of Value " + std::to_string(value) + " in Row " +
+                                           std::to_string(Global::RowOf(cell)) + ", Column " +
+                                           std::to_string(Global::ColOf(cell)),
+                                       platform::MessageStyle::Exclamation);
+    return false;
+}
+
+bool UserWantsToGoOn() {
+    constexpr int helpContext = 240;  // the topic of the level page
+    return platform::TheHost().messages->Show(
+               "Cette grille demande un certain temps pour être résolue. Voulez-vous continuer ?\r\r"
+               "Pour plus d'informations, voir le menu Édition/Préférences, onglet Niveau\r"
+               "et l'aide associée (appuyez sur F1 lorsque la boite de dialogue est affichée).",
+               platform::MessageStyle::Exclamation + platform::MessageStyle::YesNo,
+               helpContext) == platform::MessageButton::Yes;
+}
+
+// Attempts between two questions.
+int AttemptLimit() {
+    const double loops = Conversions::NumericPrefix(IniParamProcs::ReadIniParam("Options", "ResolLoop", "0"));
+    return Conversions::RoundToInteger((loops + 1) * 20);
+}
+
+void ShowProgress(int counter, int limit) {
+    if (!progressWindow) return;
+    // A negative setting leaves a limit without a share to show.
+    progressWindow->Progress(limit > 0 ? 100.0 * counter / limit : 0.0);
+    if (!progressWindow->IsVisible()) Global::CancelRequested = true;
+}
+
+void LoadRangesFromPuzzle() {
+    RangeClass& puzzle = Global::PuzzleRange();
+    RangeClass& working = Global::WorkingRange();
+    Global::ClearRange(working);
+    for (int row = 1; row <= 9; ++row)
+        for (int col = 1; col <= 9; ++col) {
+            clsXlCellClass& from = puzzle.Cells(row, col);
+            clsXlCellClass& to = working.Cells(row, col);
+            from.Font.Bold = to.Font.Bold = !from.Value.empty();
+            to.Value = from.Value;
+        }
+}
+
+void ExcludeGivens() {
+    for (int cell = 1; cell <= 81; ++cell)
+        if (const int digit = Global::TableEntry(cell, 0); digit != 0) Global::PlaceAndExclude(cell, digit);
+}
+
+// The first allowed candidate in a random order, 0 if there is none.
+int DrawGuess(int cell) {
+    const Global::CandidateList shuffled = Global::ShuffleCandidates(cell);
+    for (int n = 0; n < shuffled.count; ++n) {
+        const int digit = shuffled.digits[static_cast<std::size_t>(n)];
+        if (Global::GuessAllowed(cell, digit)) return digit;
+    }
+    return 0;
+}
+
+}  // namespace
+
+namespace Global {
+
+bool CancelRequested = false;
+
+void UseRanges(RangeClass& puzzle, RangeClass& working) {
+    puzzleRange = &puzzle;
+    workingRange = &working;
+}
+
+RangeClass& PuzzleRange() {
+    return NamedRange(puzzleRange);
+}
+
+RangeClass& WorkingRange() {
+    return NamedRange(workingRange);
+}
+
+void UseProgressWindow(ProgressWindow* window) {
+    progressWindow = window;
+}
+
+void Solve(RangeClass& puzzle, RangeClass& working) {
+    UseRanges(puzzle, working);
+    SolveFromRanges();
+}
+
+bool SolveFromRanges() {
+    LoadRangesFromPuzzle();
+    CancelRequested = false;
+    const int limit = AttemptLimit();
+    int counter = 0;
+    while (true) {
+        ShowProgress(counter, limit);
+        if (CancelRequested) return true;
+        if (++counter > limit) {
+            if (!UserWantsToGoOn()) return false;
+            counter = 1;
+        }
+        ResetTable();
+        Reseed();
+        LoadGivens();
+        if (!TestGivens()) return true;
+        if (SolveAttempt()) {
+            WriteDigits();
+            CopyWorkingToPuzzle();
+            return true;
+        }
+    }
+}
+
+bool TestGivens() {
+    for (int cell = 1; cell <= 81; ++cell) {
+        const int digit = TableEntry(cell, 0);
+        if (digit > 0 && IsDuplicate(cell, digit)) return ReportDuplicate(cell);
+    }
+    for (int box = 1; box <= 9; ++box)
+        for (int position = 1; position <= 9; ++position) {
+            const int cell = BoxCellIndex(box, position);
+            const int digit = TableEntry(cell, 0);
+            if (digit == 0) continue;
+            int count = 0;
+            for (int other = 1; other <= 9; ++other)
+                if (TableEntry(BoxCellIndex(box, other), 0) == digit) ++count;
+            if (count > 1) return ReportDuplicate(cell);
+        }
+    return true;
+}
+
+bool SolveAttempt() {
+    ExcludeGivens();
+    const platform::Host& host = platform::TheHost();
+    const auto deadline = host.clock->Now() + std::chrono::minutes(1);
+    while (HasEmptyCell()) {
+        host.events->Yield();
+        if (host.clock->Now() > deadline || CancelRequested) return true;
+        int digit = 0;
+        int cell = FindSingle(digit);
+        if (cell == 0) {
+            cell = ChooseGuessCell();
+            if (cell == 0) return false;
+            digit = DrawGuess(cell);
+            if (digit == 0) {
+                // Another tied cell may still move; if none can, waiting for the deadline changes nothing.
+                if (!AnyGuessAllowed()) return true;
+                continue;
+            }
+        }
+        PlaceAndExclude(cell, digit);
+    }
+    return true;
+}
+
+void LoadGivens() {
+    const RangeClass& working = WorkingRange();
+    for (int cell = 1; cell <= 81; ++cell) {
+        const clsXlCellClass& from = working.Cells(RowOf(cell), ColOf(cell));
+        if (IsGiven(from)) PlaceDigit(cell, Conversions::ToInteger(from.Value));
+    }
+}
+
+void WriteDigits() {
+    RangeClass& working = WorkingRange();
+    for (int cell = 1; cell <= 81; ++cell)
+        if (const int digit = TableEntry(cell, 0); digit != 0)
+            working.Cells(RowOf(cell), ColOf(cell)).Value = std::to_string(digit);
+}
+
+void CopyWorkingToPuzzle() {
+    RangeClass& puzzle = PuzzleRange();
+    const RangeClass& working = WorkingRange();
+    for (int row = 1; row <= 9; ++row)
+        for (int col = 1; col <= 9; ++col) puzzle.Cells(row, col).Value = working.Cells(row, col).Value;
+}
+
+void ClearRanges() {
+    ClearRange(PuzzleRange());
+    ClearRange(WorkingRange());
+}
+
+void ClearRange(RangeClass& range) {
+    RangeClass().Copy(range);
+}
+
+}  // namespace Global

@@ -1,0 +1,125 @@
+#include "engine/clsGrid.h"
+
+#include <algorithm>
+
+#include "diagnostics/ErrorHandling.h"
+#include "engine/Global.h"
+#include "engine/RangeClass.h"
+#include "settings/Conversions.h"
+
+namespace {
+
+std::uint8_t ValueOfText(const std::string& text) {
+    return text.empty() ? std::uint8_t{0} : Conversions::ToByte(text);
+}
+
+bool ShareUnit(const clsCell& one, const clsCell& other) {
+    return one.Row() == other.Row() || one.Col() == other.Col() || one.SubGrid() == other.SubGrid();
+}
+
+}  // namespace
+
+clsGrid::clsGrid() {
+    for (int index = 1; index <= 81; ++index) {
+        clsCell& cell = *Cells(index);
+        cell.GridIndex(static_cast<std::uint8_t>(index));
+        cell.Row(static_cast<std::uint8_t>(Global::RowOf(index)));
+        cell.Col(static_cast<std::uint8_t>(Global::ColOf(index)));
+        cell.SubGrid(static_cast<std::uint8_t>(Global::BoxOf(index)));
+    }
+}
+
+void clsGrid::NoAutoMask(bool flag) {
+    noAutoMask_ = flag;
+    ManageAvails();
+}
+
+clsCell* clsGrid::Cells(int index) {
+    return index < 1 || index > 81 ? nullptr : &cells_[static_cast<std::size_t>(index - 1)];
+}
+
+const clsCell* clsGrid::Cells(int index) const {
+    return index < 1 || index > 81 ? nullptr : &cells_[static_cast<std::size_t>(index - 1)];
+}
+
+bool clsGrid::Modified() const {
+    return std::any_of(cells_.begin(), cells_.end(), [](const clsCell& cell) { return cell.Modified(); });
+}
+
+void clsGrid::Modified(bool flag) {
+    for (clsCell& cell : cells_) cell.Modified(flag);
+}
+
+bool clsGrid::Complete() const {
+    return solved_ ||
+           std::none_of(cells_.begin(), cells_.end(), [](const clsCell& cell) { return cell.Value() == 0; });
+}
+
+bool clsGrid::Verified() const {
+    for (auto one = cells_.begin(); one != cells_.end(); ++one) {
+        if (one->Value() == 0) return false;
+        const bool repeated = std::any_of(one + 1, cells_.end(), [one](const clsCell& other) {
+            return other.Value() == one->Value() && ShareUnit(*one, other);
+        });
+        if (repeated) return false;
+    }
+    return true;
+}
+
+bool clsGrid::SolveGrid() {
+    return Trap("clsGrid", "SolveGrid", [this] {
+        RangeClass puzzle;
+        RangeClass working;
+        for (const clsCell& cell : cells_) {
+            clsXlCellClass& target = puzzle.Cells(cell.Row(), cell.Col());
+            target.Locked = target.Font.Bold = cell.Locked();
+            if (cell.Locked()) target.Value = std::to_string(cell.Value());
+            working.Cells(cell.Row(), cell.Col()).Value = target.Value;
+        }
+        Global::Solve(puzzle, working);
+        for (clsCell& cell : cells_) cell.Value(ValueOfText(working.Cells(cell.Row(), cell.Col()).Value));
+        ManageAvails();
+        solved_ = Verified();
+        return false;
+    });
+}
+
+bool clsGrid::CreateGrid() {
+    return Trap("clsGrid", "CreateGrid", [this] {
+        RangeClass puzzle;
+        RangeClass working;
+        if (!Global::CreateGrid(puzzle, working)) return false;
+        for (clsCell& cell : cells_) {
+            cell.Value(ValueOfText(working.Cells(cell.Row(), cell.Col()).Value));
+            cell.Locked(puzzle.Cells(cell.Row(), cell.Col()).Locked);
+        }
+        ManageAvails();
+        solved_ = true;
+        return true;
+    });
+}
+
+void clsGrid::ManageAvails() {
+    for (clsCell& cell : cells_)
+        for (int k = 1; k <= 9; ++k) cell.Avail(k, true);
+    if (noAutoMask_) return;
+    for (const clsCell& filled : cells_) {
+        if (filled.Value() == 0) continue;
+        for (clsCell& cell : cells_)
+            if (ShareUnit(filled, cell)) cell.Avail(filled.Value(), false);
+    }
+}
+
+void clsGrid::CopyFrom(const clsGrid& source) {
+    Trap("clsGrid", "CopyFrom", [this, &source] {
+        for (int index = 1; index <= 81; ++index) {
+            const clsCell& from = *source.Cells(index);
+            clsCell& to = *Cells(index);
+            to.Value(from.Value());
+            to.Locked(from.Locked());
+            to.Modified(from.Modified());
+            for (int k = 1; k <= 9; ++k) to.Inhib(k, from.Inhib(k));
+        }
+        ManageAvails();
+    });
+}
