@@ -51,6 +51,12 @@ std::string ValueOf(std::string_view line) {
     return std::string(value);
 }
 
+// What ends the last of these lines, if nothing does. Of a cut CR LF only the LF is missing.
+std::string_view MissingLineEnd(std::string_view bytes) {
+    if (bytes.empty() || bytes == byteOrderMark || bytes.back() == '\n') return {};
+    return bytes.back() == '\r' ? std::string_view("\n") : lineEnd;
+}
+
 bool HasBreak(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
 }
@@ -126,19 +132,20 @@ std::vector<std::optional<std::string>> ProfileFile::Values(std::string_view sec
     std::vector<std::optional<std::string>> values(keys.size());
     const auto place = Find(TrimBlanks(section));
     if (!place) return values;
+    std::vector<std::string_view> wanted;
+    for (const std::string& key : keys) wanted.push_back(TrimBlanks(key));
     std::size_t missing = keys.size();
     for (std::size_t start = place->header.next; start < place->end && missing > 0;) {
         const Line line = LineAt(start);
         start = line.next;
         const auto name = KeyOf(Text(line));
         if (!name) continue;
-        const auto wanted =
-            std::find_if(keys.begin(), keys.end(), [&](const auto& key) { return SameName(key, *name); });
-        if (wanted == keys.end()) continue;
-        auto& value = values[static_cast<std::size_t>(wanted - keys.begin())];
-        if (value) continue;  // the first of several lines with one key counts
-        value = ValueOf(Text(line));
-        --missing;
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            // Of several lines with one key the first counts.
+            if (values[i] || !SameName(wanted[i], *name)) continue;
+            values[i] = ValueOf(Text(line));
+            --missing;
+        }
     }
     return values;
 }
@@ -152,7 +159,7 @@ bool ProfileFile::Set(std::string_view section, std::string_view key, std::strin
     const std::string newLine = std::string(key).append("=").append(value);
     const auto place = Find(section);
     if (!place) {
-        if (!bytes_.empty() && bytes_ != byteOrderMark && bytes_.back() != '\n') bytes_.append(lineEnd);
+        bytes_.append(MissingLineEnd(bytes_));
         Append(std::string("[").append(section).append("]"));
         Append(newLine);
         return true;
@@ -169,8 +176,8 @@ bool ProfileFile::Set(std::string_view section, std::string_view key, std::strin
         if (!TrimBlanks(Text(line)).empty()) last = line;
         start = line.next;
     }
-    const bool endsInMidLine = bytes_[last.next - 1] != '\n';
-    bytes_.insert(last.next, (endsInMidLine ? std::string(lineEnd) : std::string()) + newLine + "\r\n");
+    const std::string_view before = std::string_view(bytes_).substr(0, last.next);
+    bytes_.insert(last.next, std::string(MissingLineEnd(before)).append(newLine).append(lineEnd));
     return true;
 }
 
@@ -184,7 +191,9 @@ void ProfileFile::RemoveKey(std::string_view section, std::string_view key) {
 void ProfileFile::RemoveSection(std::string_view section) {
     const auto place = Find(TrimBlanks(section));
     if (!place) return;
-    bytes_.erase(place->header.start, place->end - place->header.start);
+    // A byte order mark before the header belongs to the file.
+    const auto start = static_cast<std::size_t>(Text(place->header).data() - bytes_.data());
+    bytes_.erase(start, place->end - start);
 }
 
 bool ProfileFile::Write(const std::string& path) const {

@@ -96,10 +96,15 @@ bool ReplaceFile(const std::string& path, std::string_view bytes) {
     std::filesystem::path target = path;
     struct stat old {};
     const bool exists = stat(path.c_str(), &old) == 0;
+    const bool missing = !exists && errno == ENOENT;
     if (exists) {
         if (!S_ISREG(old.st_mode) || access(path.c_str(), W_OK) != 0) return false;
         target = std::filesystem::canonical(target, failed);
         if (failed) return false;
+    } else if (std::filesystem::is_symlink(std::filesystem::symlink_status(target, failed))) {
+        // A link to a file that is yet to be made; a ring of links leads nowhere.
+        if (!missing) return false;
+        return ReplaceFile(FolderOfFile(target) / std::filesystem::read_symlink(target, failed), bytes);
     }
     if (!target.has_filename()) return false;
 
@@ -125,7 +130,9 @@ FolderLock::FolderLock(const std::string& pathInFolder)
     : descriptor_(open(FolderOfFile(pathInFolder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     using namespace std::chrono;
     const auto deadline = steady_clock::now() + seconds(2);
-    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && steady_clock::now() < deadline) {
+    // Any other failure means that this file system has no locks: nothing to wait for.
+    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) != 0 &&
+           (errno == EWOULDBLOCK || errno == EINTR) && steady_clock::now() < deadline) {
         std::this_thread::sleep_for(milliseconds(2));
     }
 }
