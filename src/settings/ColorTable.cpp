@@ -18,7 +18,9 @@ Colors FromSettings(const Colors& byDefault) {
     for (std::size_t i = 0; i < colors.size(); ++i) {
         const double number = Conversions::NumericPrefix(
             settings.Read("Options", "Color_" + std::to_string(i), std::to_string(byDefault[i])));
-        if (number >= 0 && number <= 0xFFFFFF) colors[i] = static_cast<std::uint32_t>(number);
+        if (number >= 0 && number <= 0xFFFFFF) {
+            colors[i] = static_cast<std::uint32_t>(Conversions::RoundToLong(number));
+        }
     }
     return colors;
 }

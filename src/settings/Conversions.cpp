@@ -22,6 +22,13 @@ std::string_view TrimText(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+// Which end of the type's range an unsigned number lies beyond: its exponent tells, or its digits.
+bool IsNearZero(std::string_view number) {
+    const auto exponent = number.find_first_of("eE");
+    if (exponent != std::string_view::npos) return number[exponent + 1] == '-';
+    return number[number.find_first_not_of('0')] == '.';
+}
+
 // The number that the text starts with; the library's words for infinity and the like are none.
 std::optional<Prefix> LeadingNumber(std::string_view text) {
     text = TrimText(text);
@@ -33,8 +40,11 @@ std::optional<Prefix> LeadingNumber(std::string_view text) {
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error == std::errc::invalid_argument) return std::nullopt;
-    if (error == std::errc::result_out_of_range) number = std::numeric_limits<double>::max();
-    return Prefix{negative ? -number : number, text.substr(static_cast<std::size_t>(end - text.data()))};
+    const auto length = static_cast<std::size_t>(end - text.data());
+    if (error == std::errc::result_out_of_range) {
+        number = IsNearZero(text.substr(0, length)) ? 0 : std::numeric_limits<double>::max();
+    }
+    return Prefix{negative ? -number : number, text.substr(length)};
 }
 
 double WholeNumber(std::string_view text) {
