@@ -11,6 +11,7 @@
 #include "diagnostics/ErrorHandling.h"
 #include "document/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
+#include "platform/qt/QtHost.h"
 
 namespace {
 
@@ -58,23 +59,18 @@ int ShiftStateOf(Qt::KeyboardModifiers modifiers) {
 
 }  // namespace
 
-QColor ToQColor(std::uint32_t color) {
-    return {static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
-            static_cast<int>(color >> 16 & 0xFF)};
-}
-
 ctrlCell::ctrlCell(QWidget* parent, const ColorTable::Colors& colors)
-    : QWidget(parent), backColor_(ToQColor(colors[0])) {
+    : QWidget(parent), backColor_(platform_qt::FromLowRed(colors[0])) {
     InstallCellAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    lockedColor_ = ToQColor(colors[3]);
-    unlockedColor_ = ToQColor(colors[4]);
+    lockedColor_ = platform_qt::FromLowRed(colors[3]);
+    unlockedColor_ = platform_qt::FromLowRed(colors[4]);
     lblValue_.color = unlockedColor_;
     for (int d = 1; d <= 9; ++d) {
         CellLabel& label = lblMask_[static_cast<std::size_t>(d - 1)];
         label.text = QString::number(d);
-        label.color = ToQColor(colors[6]);
+        label.color = platform_qt::FromLowRed(colors[6]);
         label.visible = false;
     }
 }

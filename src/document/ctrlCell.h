@@ -96,6 +96,3 @@ class ctrlCell : public QWidget {
     QColor unlockedColor_;
     bool noMask_ = false;
 };
-
-// A 32-bit colour with red in its low byte as the toolkit's own type.
-QColor ToQColor(std::uint32_t color);

@@ -11,6 +11,7 @@
 #include "document/ctrlCell.h"
 #include "engine/clsGrid.h"
 #include "platform/Host.h"
+#include "platform/qt/QtHost.h"
 #include "settings/Conversions.h"
 #include "settings/FilesPaths.h"
 #include "settings/IniParamProcs.h"
@@ -175,12 +176,13 @@ void wGrid::Form_Deactivate() {
 
 void wGrid::SetColors(const ColorTable::Colors& colors) {
     for (ctrlCell* cell : cells_) {
-        cell->SetColors(ToQColor(colors[0]), ToQColor(colors[4]), ToQColor(colors[3]), ToQColor(colors[6]));
+        cell->SetColors(platform_qt::FromLowRed(colors[0]), platform_qt::FromLowRed(colors[4]),
+                        platform_qt::FromLowRed(colors[3]), platform_qt::FromLowRed(colors[6]));
     }
-    if (currentCell_) currentCell_->BackColor(ToQColor(colors[1]));
-    Recolor(*this, ToQColor(colors[0]));
-    for (QWidget* bar : picV_) Recolor(*bar, ToQColor(colors[2]));
-    for (QWidget* bar : picH_) Recolor(*bar, ToQColor(colors[2]));
+    if (currentCell_) currentCell_->BackColor(platform_qt::FromLowRed(colors[1]));
+    Recolor(*this, platform_qt::FromLowRed(colors[0]));
+    for (QWidget* bar : picV_) Recolor(*bar, platform_qt::FromLowRed(colors[2]));
+    for (QWidget* bar : picH_) Recolor(*bar, platform_qt::FromLowRed(colors[2]));
 }
 
 void wGrid::SetFocus() {
@@ -194,7 +196,7 @@ void wGrid::resizeEvent(QResizeEvent* event) {
 }
 
 void wGrid::Form_Resize() {
-    const QColor lines = ToQColor(ColorTable::FromSettings()[2]);
+    const QColor lines = platform_qt::FromLowRed(ColorTable::FromSettings()[2]);
     for (int i = 1; i <= 81; ++i) ctrlCells(i).setGeometry(GridLayout::CellPlace(i, size()));
     for (int k = 0; k <= 9; ++k) {
         QWidget* vertical = picV_[static_cast<std::size_t>(k)];
@@ -242,9 +244,9 @@ void wGrid::closeEvent(QCloseEvent* event) {
 void wGrid::ctrlCells_Click(int index) {
     Trap("wGrid", "ctrlCells_Click", [&] {
         const ColorTable::Colors colors = ColorTable::FromSettings();
-        for (ctrlCell* cell : cells_) cell->BackColor(ToQColor(colors[0]));
+        for (ctrlCell* cell : cells_) cell->BackColor(platform_qt::FromLowRed(colors[0]));
         ctrlCell& clicked = ctrlCells(index);
-        clicked.BackColor(ToQColor(colors[1]));
+        clicked.BackColor(platform_qt::FromLowRed(colors[1]));
         currentCell_ = &clicked;
         clicked.setFocus();
         frame_.Cell(&clicked);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -78,6 +80,16 @@ class FileDialogs {
     virtual std::string Ask(const FileQuestion& question) = 0;
 };
 
+class ColourDialogs {
+  public:
+    using CustomColours = std::array<std::uint32_t, 16>;
+
+    virtual ~ColourDialogs() = default;
+    // The chosen colour, or nothing when the user cancelled. Colours have red in the low byte. `custom` is
+    // offered beside the others; after a choice it holds what the user made of it.
+    virtual std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) = 0;
+};
+
 class HelpViewer {
   public:
     virtual ~HelpViewer() = default;
@@ -108,6 +120,7 @@ struct Host {
     FileDialogs* files = nullptr;
     HelpViewer* help = nullptr;
     Application* application = nullptr;
+    ColourDialogs* colours = nullptr;
 };
 
 // The installed host. One must be installed (asserted).

@@ -95,4 +95,26 @@ std::string IniSnapshot::Read(std::string_view section, std::string_view key,
     return ValueIn(profile_, section, key, byDefault);
 }
 
+void ProfileChanges::Write(std::string_view section, std::string_view key, std::string_view value) {
+    changes_.emplace_back(
+        [section = std::string(section), key = std::string(key),
+         value = std::string(value)](platform::ProfileFile& profile) { profile.Set(section, key, value); });
+}
+
+void ProfileChanges::Delete(std::string_view section, std::string_view key) {
+    changes_.emplace_back([section = std::string(section), key = std::string(key)](
+                              platform::ProfileFile& profile) { profile.RemoveKey(section, key); });
+}
+
+void ProfileChanges::DeleteSection(std::string_view section) {
+    changes_.emplace_back(
+        [section = std::string(section)](platform::ProfileFile& profile) { profile.RemoveSection(section); });
+}
+
+void ProfileChanges::Commit() const {
+    ChangeFile(file_, [this](platform::ProfileFile& profile) {
+        for (const auto& change : changes_) change(profile);
+    });
+}
+
 }  // namespace IniParamProcs

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/ProfileFile.h"
 
@@ -37,6 +39,21 @@ class IniSnapshot {
 
   private:
     platform::ProfileFile profile_;
+};
+
+// Several changes of one profile file, written in one step: it is read once and replaced once.
+class ProfileChanges {
+  public:
+    explicit ProfileChanges(std::string file) : file_(std::move(file)) {}
+    void Write(std::string_view section, std::string_view key, std::string_view value);
+    void Delete(std::string_view section, std::string_view key);
+    void DeleteSection(std::string_view section);
+    // Silent, as every write of settings. Nothing is written without it.
+    void Commit() const;
+
+  private:
+    std::string file_;
+    std::vector<std::function<void(platform::ProfileFile&)>> changes_;
 };
 
 }  // namespace IniParamProcs

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/ctrlCell.h"
+#include "platform/qt/QtHost.h"
 
 namespace {
 
@@ -17,11 +17,11 @@ constexpr int captionHeight = 18;  // room for a frame's caption
 QColor FillOf(DigitState state) {
     switch (state) {
         case DigitState::Allowed:
-            return ToQColor(0x00CC00);
+            return platform_qt::FromLowRed(0x00CC00);
         case DigitState::Excluded:
-            return ToQColor(0x0000CC);
+            return platform_qt::FromLowRed(0x0000CC);
         default:
-            return ToQColor(0x888888);
+            return platform_qt::FromLowRed(0x888888);
     }
 }
 

@@ -1,13 +1,13 @@
 #include "shell/wMain.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QStatusBar>
-#include <QTimer>
 
 #include "diagnostics/ErrorHandling.h"
 #include "document/BusyGuard.h"
@@ -18,6 +18,7 @@
 #include "settings/ColorTable.h"
 #include "settings/Conversions.h"
 #include "settings/IniParamProcs.h"
+#include "settings/dialogs/wOptions.h"
 #include "shell/Palette.h"
 #include "shell/wSplash.h"
 
@@ -83,7 +84,10 @@ void wMain::MDIForm_Load() {
             show();
             ShowSplash();
         }
-        ColorTable::Shared() = ColorTable::FromSettings();
+        if (ReadIniParam("Options", "Color_0", "").empty()) WriteFirstSettings();
+        // Where settings cannot be written there is still nothing to read, and black on black helps nobody.
+        const bool written = !ReadIniParam("Options", "Color_0", "").empty();
+        ColorTable::Shared() = ColorTable::FromSettings(written ? ColorTable::Colors{} : ColorTable::Defaults);
         if (Flag("NoAutoMasks")) mnuGridNoAutoMasks_Click();
         if (Flag("GridHelpNone")) mnuGridHelpNone_Click();
         recentFiles_.MaxRecent(9);
@@ -92,6 +96,13 @@ void wMain::MDIForm_Load() {
     });
     // A setting that cannot be read ends the sequence, not the program.
     show();
+}
+
+// A first start: the options dialog, unseen, writes what it starts with.
+void wMain::WriteFirstSettings() {
+    wOptions options(this);
+    options.chkColorChanged().setChecked(true);
+    options.cmdCommands_Click(1);
 }
 
 void wMain::OpenCommandLine() {

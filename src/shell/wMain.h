@@ -91,6 +91,10 @@ class wMain : public QMainWindow, public MainFrame {
     // Toggles a mode's check mark and makes its toolbar button follow; the new state.
     bool ToggleMode(const char* name, const char* pictureOn, const char* pictureOff);
 
+    // Every grid takes the colours of the shared table.
+    void Recolor();
+    void WriteFirstSettings();
+
     void MDIForm_Resize();
     bool MDIForm_QueryUnload();
     void OpenCommandLine();

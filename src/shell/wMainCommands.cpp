@@ -11,9 +11,11 @@
 #include "document/wGrid.h"
 #include "platform/Host.h"
 #include "platform/qt/QtHost.h"
+#include "settings/ColorTable.h"
 #include "settings/Conversions.h"
 #include "settings/IniParamProcs.h"
 #include "settings/dialogs/wLevel.h"
+#include "settings/dialogs/wOptions.h"
 #include "shell/WithActiveGrid.h"
 #include "shell/wMain.h"
 #include "shell/wSplash.h"
@@ -110,7 +112,16 @@ void wMain::mnuEditRedo_Click() {
 }
 
 void wMain::mnuEditOptions_Click() {
-    Trap("wMain", "mnuEditOptions_Click", [] { TheHost().messages->Beep(); });
+    Trap("wMain", "mnuEditOptions_Click", [this] {
+        if (RefusedWhileBusy()) return;
+        wOptions options(this);
+        connect(&options, &wOptions::ColorsChanged, this, &wMain::Recolor);
+        options.exec();
+    });
+}
+
+void wMain::Recolor() {
+    for (wGrid* grid : Grids()) grid->SetColors(ColorTable::Shared());
 }
 
 void wMain::mnuGridConfig_Click() {

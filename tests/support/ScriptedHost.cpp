@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-ScriptedHost::ScriptedHost() : scope_({this, this, this, this, this, this, this, this}) {
+ScriptedHost::ScriptedHost() : scope_({this, this, this, this, this, this, this, this, this}) {
     std::string pattern = (std::filesystem::temp_directory_path() / "ninarix-test-XXXXXX").string();
     if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
     folder = pattern;
@@ -62,6 +62,12 @@ std::string ScriptedHost::Ask(const platform::FileQuestion& question) {
     auto answer = fileAnswers.front();
     fileAnswers.pop_front();
     return answer;
+}
+
+std::optional<std::uint32_t> ScriptedHost::Choose(std::uint32_t initial, CustomColours& custom) {
+    if (onChooseColour) return onChooseColour(initial, custom);
+    ADD_FAILURE() << "unexpected question for a colour";
+    return std::nullopt;
 }
 
 void ScriptedHost::ShowTopic(const std::string& helpFile, int helpContext) {

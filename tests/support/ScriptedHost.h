@@ -20,7 +20,8 @@ class ScriptedHost : public platform::MessageBoxes,
                      public platform::SeedSource,
                      public platform::FileDialogs,
                      public platform::HelpViewer,
-                     public platform::Application {
+                     public platform::Application,
+                     public platform::ColourDialogs {
   public:
     struct Box {
         std::string text;
@@ -41,6 +42,8 @@ class ScriptedHost : public platform::MessageBoxes,
 
     std::deque<platform::MessageButton> answers;
     std::deque<std::string> fileAnswers;
+    // Answers a question for a colour; may change the custom colours. Without it the question fails the test.
+    std::function<std::optional<std::uint32_t>(std::uint32_t, CustomColours&)> onChooseColour;
     platform::MessageButton always{};
     std::function<void()> onYield;
     std::chrono::nanoseconds now{0};
@@ -70,6 +73,7 @@ class ScriptedHost : public platform::MessageBoxes,
     std::chrono::nanoseconds Now() const override;
     std::uint64_t NextSeed() override { return ++seed; }
     std::string Ask(const platform::FileQuestion& question) override;
+    std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) override;
     void ShowContents(const std::string& helpFile) override { helpCalls.push_back("contents " + helpFile); }
     void ShowTopic(const std::string& helpFile, int helpContext) override;
     std::string ProgramFolder() const override { return folder.string(); }

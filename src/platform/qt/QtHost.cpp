@@ -1,6 +1,7 @@
 #include "platform/qt/QtHost.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QCursor>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -70,6 +71,23 @@ class ClockSeeds : public platform::SeedSource {
     std::uint64_t counter_ = 0;
 };
 
+class QtColourDialogs : public platform::ColourDialogs {
+  public:
+    // The toolkit keeps one set of custom colours for the whole process: filled before, read after.
+    std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) override {
+        for (std::size_t i = 0; i < custom.size(); ++i) {
+            QColorDialog::setCustomColor(static_cast<int>(i), FromLowRed(custom[i]));
+        }
+        const QColor chosen =
+            QColorDialog::getColor(FromLowRed(initial), DialogOwner(), QStringLiteral("Couleurs"));
+        if (!chosen.isValid()) return std::nullopt;
+        for (std::size_t i = 0; i < custom.size(); ++i) {
+            custom[i] = ToLowRed(QColorDialog::customColor(static_cast<int>(i)));
+        }
+        return ToLowRed(chosen);
+    }
+};
+
 class MissingHelp : public platform::HelpViewer {
   public:
     explicit MissingHelp(platform::MessageBoxes& messages) : messages_(messages) {}
@@ -113,14 +131,24 @@ struct QtHost::Parts {
     QtFileDialogs files;
     MissingHelp help{messages};
     QtApplication application;
+    QtColourDialogs colours;
 };
 
 QtHost::QtHost() : parts_(std::make_unique<Parts>()) {}
 QtHost::~QtHost() = default;
 
 platform::Host QtHost::Interfaces() const {
-    return {&parts_->messages, &parts_->pointer, &parts_->events, &parts_->clock,
-            &parts_->seeds,    &parts_->files,   &parts_->help,   &parts_->application};
+    return {&parts_->messages, &parts_->pointer, &parts_->events,      &parts_->clock,  &parts_->seeds,
+            &parts_->files,    &parts_->help,    &parts_->application, &parts_->colours};
+}
+
+QColor FromLowRed(std::uint32_t color) {
+    return {static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
+            static_cast<int>(color >> 16 & 0xFF)};
+}
+
+std::uint32_t ToLowRed(const QColor& color) {
+    return static_cast<std::uint32_t>(color.red() | color.green() << 8 | color.blue() << 16);
 }
 
 QWidget* DialogOwner() {

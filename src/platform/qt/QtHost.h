@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,6 +35,10 @@ inline QString FromUtf8(std::string_view text) {
 inline std::string ToUtf8(const QString& text) {
     return text.toStdString();
 }
+
+// Colours with red in their low byte, as the whole program keeps them, from and to the toolkit's own type.
+QColor FromLowRed(std::uint32_t color);
+std::uint32_t ToLowRed(const QColor& color);
 
 // The window that a new dialog belongs to: the modal one on top, else the active one, else none.
 QWidget* DialogOwner();

@@ -132,10 +132,17 @@ void MostRecentFilesClass::Load(QWidget& window, const std::string& file) {
 
 void MostRecentFilesClass::Save(QWidget& window, const std::string& file) {
     Trap("MostRecentFilesClass", "Save", [&] {
-        IniParamProcs::DeleteIniSection("MRU");
-        for (int i = 1; i <= EntryCount(window); ++i) {
-            IniParamProcs::WriteProfileString("MRU", std::to_string(i), PathOf(window, i), file);
+        // The old list always leaves the settings file; when that is the file to write, in the same step.
+        IniParamProcs::ProfileChanges changes(file);
+        if (file == IniParamProcs::IniFilePath()) {
+            changes.DeleteSection("MRU");
+        } else {
+            IniParamProcs::DeleteIniSection("MRU");
         }
+        for (int i = 1; i <= EntryCount(window); ++i) {
+            changes.Write("MRU", std::to_string(i), PathOf(window, i));
+        }
+        changes.Commit();
     });
 }
 

@@ -77,9 +77,11 @@ void wLevel::Form_Load() {
 void wLevel::cmdCommands_Click(int index) {
     Trap("wLevel", "cmdCommands_Click", [this, index] {
         if (index == 1) {
-            WriteIniParam("Options", "LevelAsk", chkLevelAsk_->isChecked() ? "1" : "0");
+            ProfileChanges changes(IniFilePath());
+            changes.Write("Options", "LevelAsk", chkLevelAsk_->isChecked() ? "1" : "0");
             const int level = optLevelValue_->checkedId();
-            if (level >= 0) WriteIniParam("Options", "LevelValue", std::to_string(level));
+            if (level >= 0) changes.Write("Options", "LevelValue", std::to_string(level));
+            changes.Commit();
             accepted_ = true;
         }
         hide();
