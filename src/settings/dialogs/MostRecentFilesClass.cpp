@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QMetaObject>
 #include <QWidget>
+#include <algorithm>
 
 #include "diagnostics/ErrorHandling.h"
 #include "platform/Host.h"
@@ -53,10 +54,13 @@ void AppendEntry(QWidget& window, int index) {
     });
 }
 
+QString AsText(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
 // An "&" of the path shows as "&", it marks no shortcut.
 QString AsCaption(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
-        .replace(QLatin1Char('&'), QLatin1String("&&"));
+    return AsText(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 void FillEntry(QAction& entry, const QString& caption, const QString& path) {
@@ -70,30 +74,29 @@ void MoveEntries(const QWidget& window, int from, int to) {
     FillEntry(*Entry(window, to), Entry(window, from)->text(), Entry(window, from)->data().toString());
 }
 
-bool IsSeparator(char c) {
-    return c == '/' || c == '\\';
+bool IsSeparator(QChar c) {
+    return c == QLatin1Char('/') || c == QLatin1Char('\\');
 }
 
 }  // namespace
 
 std::string MostRecentFilesClass::ShortCaption(std::string_view path, std::string_view separator) {
-    // Positions count from 1, as in the rule: k is the last separator with more than 20 characters behind
-    // it, m the first one from position 4 on.
-    const std::size_t length = path.size();
-    std::size_t k = 0;
-    for (std::size_t i = length > 21 ? length - 21 : 0; i > 0 && k == 0; --i) {
-        if (IsSeparator(path[i - 1])) k = i;
-    }
-    std::size_t m = 4;
-    while (m <= length && !IsSeparator(path[m - 1])) ++m;
+    // Counted in characters. Positions count from 1, as in the rule: k is the last separator with more than
+    // 20 characters behind it, m the first one from position 4 on.
+    const QString text = AsText(path);
+    const qsizetype length = text.size();
+    qsizetype k = std::max<qsizetype>(length - 21, 0);
+    while (k > 0 && !IsSeparator(text[k - 1])) --k;
+    qsizetype m = 4;
+    while (m <= length && !IsSeparator(text[m - 1])) ++m;
 
-    std::string text(path);
-    if (k > m) text = std::string(path.substr(0, m)).append("...").append(path.substr(k - 1));
-    if (separator.empty()) return text;
-    const auto first = text.find(separator);
-    if (first == std::string::npos) return text;
+    std::string caption(path);
+    if (k > m) caption = (text.left(m) + QLatin1String("...") + text.mid(k - 1)).toStdString();
+    if (separator.empty()) return caption;
+    const auto first = caption.find(separator);
+    if (first == std::string::npos) return caption;
     const auto start = first + separator.size();
-    return text.substr(start, text.find(separator, start) - start);
+    return caption.substr(start, caption.find(separator, start) - start);
 }
 
 void MostRecentFilesClass::Add(QWidget& window, const std::string& path) {
