@@ -88,6 +88,7 @@ TEST(ProfileFileSyntax, ManyKeysReadLikeOneByOne) {
     ASSERT_EQ(values.size(), keys.size());
     for (std::size_t i = 0; i < keys.size(); ++i) EXPECT_EQ(values[i], profile.Value("", keys[i])) << keys[i];
     EXPECT_EQ(values[2], "b");
+    EXPECT_EQ(Parsed("[x]").Values("", keys), decltype(values)(keys.size())) << "no such section";
 }
 
 TEST(ProfileFileChanges, UntouchedLinesKeepEveryByte) {
