@@ -28,8 +28,6 @@ QFont DigitFont(double pixelSize) {
 }
 
 void PaintLabel(QPainter& painter, const CellLabel& label) {
-    if (!label.visible || label.text.isEmpty()) return;
-    painter.setFont(DigitFont(label.pixelSize));
     painter.setPen(label.color);
     painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
 }
@@ -215,8 +213,14 @@ void ctrlCell::Relocate() {
 void ctrlCell::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), backColor_);
-    PaintLabel(painter, lblValue_);
-    for (const CellLabel& label : lblMask_) PaintLabel(painter, label);
+    if (lblValue_.visible && !lblValue_.text.isEmpty()) {
+        painter.setFont(DigitFont(lblValue_.pixelSize));
+        PaintLabel(painter, lblValue_);
+    }
+    painter.setFont(DigitFont(lblMask_.front().pixelSize));
+    for (const CellLabel& label : lblMask_) {
+        if (label.visible) PaintLabel(painter, label);
+    }
 }
 
 void ctrlCell::mousePressEvent(QMouseEvent* event) {
