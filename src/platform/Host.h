@@ -11,6 +11,8 @@
 // The widget layer implements them once; tests implement them with scripted answers.
 namespace platform {
 
+class Registry;
+
 enum class MessageButton { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
 // A box's style is the sum of one icon, at most one button set and at most one default button.
@@ -121,6 +123,7 @@ struct Host {
     HelpViewer* help = nullptr;
     Application* application = nullptr;
     ColourDialogs* colours = nullptr;
+    Registry* registry = nullptr;  // may be missing: nothing is associated then
 };
 
 // The installed host. One must be installed (asserted).

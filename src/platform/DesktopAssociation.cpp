@@ -1,0 +1,301 @@
+#include "platform/DesktopAssociation.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/SafeFile.h"
+
+namespace fs = std::filesystem;
+
+namespace platform {
+
+namespace {
+
+std::string FolderFromEnvironment(const char* variable) {
+    // The environment is read while the program starts, before anything else could change it.
+    const char* value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe)
+    std::string folder = value ? value : "";
+    if (!folder.starts_with('/')) return {};
+    while (folder.ends_with('/')) folder.pop_back();
+    return folder;
+}
+
+bool SameAscii(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::string_view CutField(std::string_view& line) {
+    const std::string_view field = line.substr(0, line.find(':'));
+    line.remove_prefix(std::min(line.size(), field.size() + 1));
+    return field;
+}
+
+// Looks through one list of file name patterns, lines of weight:type:pattern:flags, for the heaviest type.
+void FindOwner(std::string_view globs, const std::string& pattern, int& heaviest, std::string& owner) {
+    while (!globs.empty()) {
+        std::string_view line = globs.substr(0, globs.find('\n'));
+        globs.remove_prefix(std::min(globs.size(), line.size() + 1));
+        const std::string_view weightText = CutField(line);
+        const std::string_view type = CutField(line);
+        int weight = 0;
+        std::from_chars(weightText.data(), weightText.data() + weightText.size(), weight);
+        if (!SameAscii(CutField(line), pattern) || type == DesktopAssociation::MimeType) continue;
+        if (weight <= heaviest) continue;
+        heaviest = weight;
+        owner = type;
+    }
+}
+
+bool WritePublished(const fs::path& file, std::string_view bytes) {
+    std::error_code failed;
+    fs::create_directories(file.parent_path(), failed);
+    return !failed && ReplaceFile(file, bytes);
+}
+
+std::string AsXml(std::string_view text) {
+    std::string xml;
+    for (const char c : text) {
+        switch (c) {
+            case '&':
+                xml += "&amp;";
+                break;
+            case '<':
+                xml += "&lt;";
+                break;
+            case '>':
+                xml += "&gt;";
+                break;
+            case '"':
+                xml += "&quot;";
+                break;
+            // No other control character may stand in an XML file, however it is written.
+            default:
+                if (static_cast<unsigned char>(c) >= ' ') xml += c;
+        }
+    }
+    return xml;
+}
+
+std::string MimePackage(const FileAssociation& association) {
+    const std::string type(DesktopAssociation::MimeType);
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<mime-info xmlns=\"http://www.freedesktop.org/standards/shared-mime-info\">\n"
+           "  <mime-type type=\"" +
+           type +
+           "\">\n"
+           "    <comment>" +
+           AsXml(association.description) +
+           "</comment>\n"
+           "    <comment xml:lang=\"fr\">" +
+           AsXml(association.description) +
+           "</comment>\n"
+           "    <sub-class-of type=\"text/plain\"/>\n"
+           "    <icon name=\"ninarix\"/>\n"
+           "    <glob pattern=\"*." +
+           AsXml(association.extension) +
+           "\"/>\n"
+           "  </mime-type>\n"
+           "</mime-info>\n";
+}
+
+// A value of a desktop entry: a line break would start a line of its own.
+std::string AsEntryText(std::string_view text) {
+    std::string value;
+    for (const char c : text) {
+        switch (c) {
+            case '\\':
+                value += "\\\\";
+                break;
+            case '\n':
+                value += "\\n";
+                break;
+            case '\r':
+                value += "\\r";
+                break;
+            case '\t':
+                value += "\\t";
+                break;
+            default:
+                value += c;
+        }
+    }
+    return value;
+}
+
+bool NeedsQuotes(std::string_view path) {
+    return std::any_of(path.begin(), path.end(), [](char c) {
+        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        return !letter && (static_cast<unsigned char>(c) & 0x80U) == 0 &&
+               std::string_view("/._-+,:@").find(c) == std::string_view::npos;
+    });
+}
+
+std::string QuotedForEntry(std::string_view path) {
+    std::string quoted = "\"";
+    for (const char c : path) {
+        if (c == '%') quoted += '%';
+        if (std::string_view("\"`$\\").find(c) != std::string_view::npos) quoted += '\\';
+        quoted += c;
+    }
+    return AsEntryText(quoted + '"');
+}
+
+// A script that starts the program, for a path that cannot stand in a command line as it is.
+std::string Launcher(std::string_view program) {
+    std::string script = "#!/bin/sh\nexec '";
+    for (const char c : program) script += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return script + "' \"$@\"\n";
+}
+
+}  // namespace
+
+DesktopFolders DesktopFolders::OfEnvironment() {
+    DesktopFolders folders;
+    folders.own = FolderFromEnvironment("XDG_DATA_HOME");
+    if (folders.own.empty()) {
+        const std::string home = FolderFromEnvironment("HOME");
+        if (!home.empty()) folders.own = home + "/.local/share";
+    }
+    const char* value = std::getenv("XDG_DATA_DIRS");  // NOLINT(concurrency-mt-unsafe)
+    std::string_view list = value && *value ? value : "/usr/local/share:/usr/share";
+    while (!list.empty()) {
+        const std::string_view folder = CutField(list);
+        if (folder.starts_with('/')) folders.shared.emplace_back(folder);
+    }
+    return folders;
+}
+
+DesktopAssociation::DesktopAssociation(DesktopFolders folders, Icons icons)
+    : folders_(std::move(folders)), icons_(std::move(icons)) {}
+
+DesktopAssociation::~DesktopAssociation() {
+    // What still runs then ends without the program.
+    ToolsEnded(std::chrono::milliseconds(0));
+}
+
+std::string DesktopAssociation::OtherOwner(std::string_view extension) const {
+    constexpr std::uint64_t sizeLimit = 16U << 20U;
+    const std::string pattern = std::string("*.").append(extension);
+    std::string owner;
+    int heaviest = -1;
+    std::string globs;
+    const auto look = [&](const std::string& folder) {
+        if (ReadWholeFile(folder + "/mime/globs2", globs, sizeLimit) == FileState::Read) {
+            FindOwner(globs, pattern, heaviest, owner);
+        }
+    };
+    if (!folders_.own.empty()) look(folders_.own);
+    for (const std::string& folder : folders_.shared) look(folder);
+    return owner;
+}
+
+bool DesktopAssociation::Publish(const FileAssociation& association) {
+    if (folders_.own.empty() || !IsRegularFile(association.program) ||
+        access(association.program.c_str(), X_OK) != 0) {
+        return false;
+    }
+    if (!WritePublished(folders_.own + "/mime/packages/ninarix.xml", MimePackage(association)) ||
+        !PublishProgram(association)) {
+        return false;
+    }
+    PublishIcons();
+    StartTool("update-mime-database", folders_.own + "/mime");
+    StartTool("update-desktop-database", folders_.own + "/applications");
+    return true;
+}
+
+bool DesktopAssociation::PublishProgram(const FileAssociation& association) const {
+    std::string command = association.program;
+    if (NeedsQuotes(command)) {
+        // Correctly quoted, the path would still break openers that cut the command at its blanks.
+        const std::string launcher = folders_.own + "/ninarix/Ninarix";
+        if (NeedsQuotes(launcher)) {
+            command = QuotedForEntry(association.program);
+        } else {
+            std::error_code failed;
+            if (!WritePublished(launcher, Launcher(association.program))) return false;
+            fs::permissions(launcher, fs::perms::owner_exec, fs::perm_options::add, failed);
+            if (failed) return false;
+            command = launcher;
+        }
+    }
+    return WritePublished(folders_.own + "/applications/ninarix.desktop",
+                          "[Desktop Entry]\n"
+                          "Type=Application\n"
+                          "Version=1.0\n"
+                          "Name=Ninarix\n"
+                          "Name[fr]=Ninarix\n"
+                          "GenericName=Sudoku\n"
+                          "GenericName[fr]=Sudoku\n"
+                          "Comment=Jouer au Sudoku et se faire aider\n"
+                          "Comment[fr]=Jouer au Sudoku et se faire aider\n"
+                          "Exec=" +
+                              command +
+                              " %f\n"
+                              "TryExec=" +
+                              AsEntryText(association.program) +
+                              "\n"
+                              "Icon=ninarix\n"
+                              "Terminal=false\n"
+                              "Categories=Game;LogicGame;\n"
+                              "MimeType=" +
+                              std::string(MimeType) + ";\n");
+}
+
+void DesktopAssociation::PublishIcons() const {
+    if (!icons_) return;
+    const fs::path theme = folders_.own + "/icons/hicolor";
+    for (const IconFile& icon : icons_()) {
+        const std::string size = std::to_string(icon.size);
+        const fs::path folder = theme / (icon.size == 0 ? "scalable" : size + "x" + size) / "apps";
+        WritePublished(folder / (icon.size == 0 ? "ninarix.svg" : "ninarix.png"), icon.bytes);
+    }
+    // A changed theme folder is what makes desktops drop the cache they have of it.
+    std::error_code ignored;
+    fs::last_write_time(theme, fs::file_time_type::clock::now(), ignored);
+}
+
+void DesktopAssociation::StartTool(const char* tool, const std::string& folder) {
+    // No shell reads the folder's name. A tool that is missing ends at once, one that hangs after a minute.
+    std::string arguments[] = {"timeout", "60", tool, folder};
+    char* const argumentList[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(),
+                                  arguments[3].data(), nullptr};
+    posix_spawn_file_actions_t files;
+    posix_spawnattr_t attributes;
+    posix_spawn_file_actions_init(&files);
+    posix_spawnattr_init(&attributes);
+    posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    // In a session of its own the tool ends its work even if the program's terminal is closed.
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+    pid_t process = 0;
+    if (posix_spawnp(&process, arguments[0].c_str(), &files, &attributes, argumentList, environ) == 0) {
+        tools_.push_back(process);
+    }
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&files);
+}
+
+bool DesktopAssociation::ToolsEnded(std::chrono::milliseconds longest) {
+    const auto deadline = std::chrono::steady_clock::now() + longest;
+    for (;;) {
+        std::erase_if(tools_, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
+        if (tools_.empty()) return true;
+        if (std::chrono::steady_clock::now() >= deadline) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+}  // namespace platform

@@ -1,0 +1,208 @@
+#include "platform/FileRegistry.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "platform/DesktopAssociation.h"
+#include "platform/ProfileFile.h"
+#include "platform/SafeFile.h"
+
+namespace platform {
+
+namespace {
+
+// Lines of a section that are no value of a given name. Names never hold these characters as they stand.
+constexpr std::string_view defaultValueLine = "@";
+constexpr std::string_view classLine = "#";
+
+constexpr std::string_view hexDigits = "0123456789ABCDEF";
+
+// Whatever a profile file would trim, unquote or take for its own signs is written as %XX.
+bool StandsForItself(char c) {
+    const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    const bool beyondAscii = (static_cast<unsigned char>(c) & 0x80U) != 0;
+    return letter || (c >= '0' && c <= '9') || beyondAscii ||
+           std::string_view("\\/.,:_-+~(){}$&!").find(c) != std::string_view::npos;
+}
+
+std::string Encoded(std::string_view text) {
+    std::string encoded;
+    for (const char c : text) {
+        if (StandsForItself(c)) {
+            encoded += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            encoded.append({'%', hexDigits[byte >> 4U], hexDigits[byte & 15U]});
+        }
+    }
+    return encoded;
+}
+
+// A "%" that no two hexadecimal digits follow was typed by hand and stands for itself.
+std::string Decoded(std::string_view text) {
+    std::string decoded;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto high = i + 2 < text.size() ? hexDigits.find(text[i + 1]) : std::string_view::npos;
+        const auto low = i + 2 < text.size() ? hexDigits.find(text[i + 2]) : std::string_view::npos;
+        if (text[i] == '%' && high != std::string_view::npos && low != std::string_view::npos) {
+            decoded += static_cast<char>(high << 4U | low);
+            i += 2;
+        } else {
+            decoded += text[i];
+        }
+    }
+    return decoded;
+}
+
+std::string SectionOf(std::uint32_t root, std::string_view path) {
+    std::string section;
+    for (int shift = 28; shift >= 0; shift -= 4) section += hexDigits[root >> shift & 15U];
+    return section.append("\\").append(Encoded(path));
+}
+
+std::string LineOf(std::string_view valueName) {
+    return valueName.empty() ? std::string(defaultValueLine) : Encoded(valueName);
+}
+
+bool IsKeyPath(std::string_view path) {
+    return !path.empty() && path.front() != '\\' && path.back() != '\\' &&
+           path.find("\\\\") == std::string_view::npos;
+}
+
+bool IsExtension(std::uint32_t root, std::string_view path) {
+    return root == RegistryRoot::Classes && path.size() > 1 && path.front() == '.' &&
+           path.find('\\') == std::string_view::npos;
+}
+
+std::string WithTerminator(std::string bytes) {
+    if (bytes.empty() || bytes.back() != '\0') bytes += '\0';
+    return bytes;
+}
+
+// False if there may be keys in the file that cannot be read.
+bool ReadStore(const std::string& file, ProfileFile& store) {
+    if (file.empty()) return false;
+    const FileState state = store.Read(file);
+    return state == FileState::Read || state == FileState::Missing;
+}
+
+// One read, change and write that no other copy of the program comes between.
+int ChangeStore(const std::string& file, const std::function<bool(ProfileFile&)>& change) {
+    if (file.empty()) return RegistryError::AccessDenied;
+    std::error_code ignored;  // a folder that is not there refuses the write
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
+    const FolderLock lock(file);
+    ProfileFile store;
+    if (!ReadStore(file, store) || !change(store) || !store.Write(file)) return RegistryError::AccessDenied;
+    return RegistryError::None;
+}
+
+class StoredKey : public RegistryKey {
+  public:
+    StoredKey(std::string file, std::string section, std::uint32_t access)
+        : file_(std::move(file)), section_(std::move(section)), access_(access) {}
+
+    int SetString(std::string_view name, std::string_view bytes) override {
+        if ((access_ & RegistryAccess::SetValue) == 0) return RegistryError::AccessDenied;
+        return ChangeStore(
+            file_, [&](ProfileFile& store) { return store.Set(section_, LineOf(name), Encoded(bytes)); });
+    }
+
+    int QueryString(std::string_view name, std::string& bytes) const override {
+        if ((access_ & RegistryAccess::QueryValue) == 0) return RegistryError::AccessDenied;
+        ProfileFile store;
+        if (!ReadStore(file_, store)) return RegistryError::AccessDenied;
+        const auto value = store.Value(section_, LineOf(name));
+        if (!value) return RegistryError::NotFound;
+        bytes = WithTerminator(Decoded(*value));
+        return RegistryError::None;
+    }
+
+  private:
+    std::string file_;
+    std::string section_;
+    std::uint32_t access_;
+};
+
+// The key of an extension that the desktop gave away: to be read, never to be changed.
+class DesktopKey : public RegistryKey {
+  public:
+    explicit DesktopKey(std::string owner) : owner_(std::move(owner)) {}
+    int SetString(std::string_view /*name*/, std::string_view /*bytes*/) override {
+        return RegistryError::AccessDenied;
+    }
+    int QueryString(std::string_view name, std::string& bytes) const override {
+        if (!name.empty()) return RegistryError::NotFound;
+        bytes = WithTerminator(owner_);
+        return RegistryError::None;
+    }
+
+  private:
+    std::string owner_;
+};
+
+}  // namespace
+
+FileRegistry::FileRegistry(std::string file, DesktopAssociation* desktop)
+    : file_(std::move(file)), desktop_(desktop) {}
+
+int FileRegistry::Open(std::uint32_t root, std::string_view path, std::uint32_t access,
+                       std::unique_ptr<RegistryKey>& key) {
+    key.reset();
+    if (!IsKeyPath(path)) return RegistryError::BadPath;
+    ProfileFile store;
+    if (!ReadStore(file_, store)) return RegistryError::AccessDenied;
+    const std::string section = SectionOf(root, path);
+    if (store.Value(section, classLine)) {
+        key = std::make_unique<StoredKey>(file_, section, access);
+        return RegistryError::None;
+    }
+    if (desktop_ && IsExtension(root, path)) {
+        if (std::string owner = desktop_->OtherOwner(path.substr(1)); !owner.empty()) {
+            key = std::make_unique<DesktopKey>(std::move(owner));
+            return RegistryError::None;
+        }
+    }
+    return RegistryError::NotFound;
+}
+
+int FileRegistry::Create(std::uint32_t root, std::string_view path, std::string_view className,
+                         std::uint32_t access, std::unique_ptr<RegistryKey>& key) {
+    key.reset();
+    if (!IsKeyPath(path)) return RegistryError::BadPath;
+    const std::string section = SectionOf(root, path);
+    const int error = ChangeStore(file_, [&](ProfileFile& store) {
+        return store.Value(section, classLine).has_value() ||
+               store.Set(section, classLine, Encoded(className));
+    });
+    if (error != RegistryError::None) return error;
+    if (IsExtension(root, path)) createdExtension_ = path;
+    return Open(root, path, access, key);
+}
+
+std::string FileRegistry::DefaultValue(std::string_view path) {
+    std::unique_ptr<RegistryKey> key;
+    std::string bytes;
+    if (Open(RegistryRoot::Classes, path, RegistryAccess::QueryValue, key) != RegistryError::None ||
+        key->QueryString({}, bytes) != RegistryError::None) {
+        return {};
+    }
+    bytes.pop_back();
+    return bytes;
+}
+
+void FileRegistry::AssociationsChanged() {
+    const std::string extension = std::exchange(createdExtension_, {});
+    if (!desktop_ || extension.empty()) return;
+    const std::string type = DefaultValue(extension);
+    const std::string command = DefaultValue(type + "\\shell\\Open\\command");
+    constexpr std::string_view argument = " \"%1\"";
+    if (!command.ends_with(argument)) return;
+    desktop_->Publish(
+        {extension.substr(1), command.substr(0, command.size() - argument.size()), DefaultValue(type)});
+}
+
+}  // namespace platform
