@@ -1,0 +1,73 @@
+#include "settings/RegBase.h"
+
+#include <algorithm>
+
+#include "platform/Host.h"
+#include "platform/Registry.h"
+
+namespace RegBase {
+
+namespace {
+
+using platform::Registry;
+using platform::RegistryKey;
+namespace RegistryAccess = platform::RegistryAccess;
+namespace RegistryError = platform::RegistryError;
+namespace RegistryRoot = platform::RegistryRoot;
+
+std::string TypeNameOf(const std::string& exePath) {
+    return exePath.substr(exePath.find_last_of("/\\") + 1);
+}
+
+std::string UpperCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return text;
+}
+
+bool Write(const std::string& path, const std::string& value) {
+    return SetRegValue(RegistryRoot::Classes, path, value, {}) == RegistryError::None;
+}
+
+}  // namespace
+
+bool RegisterFileType(const std::string& exePath, const std::string& extension,
+                      const std::string& commandArguments, const std::string& description, int iconIndex) {
+    const std::string typeName = TypeNameOf(exePath);
+    const std::string extensionKey = "." + extension;
+    const std::string owner = GetRegValue(RegistryRoot::Classes, extensionKey, {});
+    if (!owner.empty() && UpperCase(owner) != UpperCase(typeName)) return false;
+
+    const std::string command = exePath + " " + commandArguments;
+    if (!Write(extensionKey, typeName) || !Write(typeName + "\\shell\\Open\\command", command)) return false;
+    // Without these files still open; they only have no icon and no description.
+    Write(typeName + "\\DefaultIcon", exePath + ", " + std::to_string(iconIndex));
+    Write(typeName, description);
+    platform::TheHost().registry->AssociationsChanged();
+    return true;
+}
+
+int SetRegValue(std::uint32_t root, const std::string& path, std::string_view value, std::string_view name) {
+    Registry* registry = platform::TheHost().registry;
+    if (!registry) return RegistryError::AccessDenied;
+    std::unique_ptr<RegistryKey> key;
+    // Opened for queries only, an existing key refuses the value: that is what protects it.
+    if (registry->Open(root, path, RegistryAccess::QueryValue, key) != RegistryError::None) {
+        const int error = registry->Create(root, path, "KivoRegBase", RegistryAccess::All, key);
+        if (error != RegistryError::None) return error;
+    }
+    return key->SetString(name, value);
+}
+
+std::string GetRegValue(std::uint32_t root, const std::string& path, std::string_view name) {
+    Registry* registry = platform::TheHost().registry;
+    if (!registry) return {};
+    std::unique_ptr<RegistryKey> key;
+    if (registry->Open(root, path, RegistryAccess::QueryValue, key) != RegistryError::None) return {};
+    std::string value;
+    if (key->QueryString(name, value) != RegistryError::None || value.empty()) return {};
+    value.pop_back();  // the terminating NUL
+    return value;
+}
+
+}  // namespace RegBase
