@@ -10,6 +10,9 @@
 #include <QTranslator>
 #include <utility>
 
+#include "platform/DesktopAssociation.h"
+#include "platform/FileRegistry.h"
+#include "platform/qt/AssociationIcons.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
 
@@ -120,6 +123,11 @@ class QtApplication : public platform::Application {
     std::string helpFile_;
 };
 
+// Without a data folder of the user nothing is stored.
+std::string RegistryFile(const platform::DesktopFolders& folders) {
+    return folders.own.empty() ? std::string() : folders.own + "/ninarix/registry.ini";
+}
+
 }  // namespace
 
 struct QtHost::Parts {
@@ -132,14 +140,17 @@ struct QtHost::Parts {
     MissingHelp help{messages};
     QtApplication application;
     QtColourDialogs colours;
+    const platform::DesktopFolders folders = platform::DesktopFolders::OfEnvironment();
+    platform::DesktopAssociation desktop{folders, AssociationIcons};
+    platform::FileRegistry registry{RegistryFile(folders), &desktop};
 };
 
 QtHost::QtHost() : parts_(std::make_unique<Parts>()) {}
 QtHost::~QtHost() = default;
 
 platform::Host QtHost::Interfaces() const {
-    return {&parts_->messages, &parts_->pointer, &parts_->events,      &parts_->clock,  &parts_->seeds,
-            &parts_->files,    &parts_->help,    &parts_->application, &parts_->colours};
+    return {&parts_->messages, &parts_->pointer, &parts_->events,      &parts_->clock,   &parts_->seeds,
+            &parts_->files,    &parts_->help,    &parts_->application, &parts_->colours, &parts_->registry};
 }
 
 QColor FromLowRed(std::uint32_t color) {

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/DesktopAssociation.h"
+
+namespace platform_qt {
+
+// The program's icon for a desktop: the drawing itself and pictures of it in the usual sizes. Empty if the
+// program was built without the drawing. Needs a QApplication.
+std::vector<platform::IconFile> AssociationIcons();
+
+}  // namespace platform_qt
