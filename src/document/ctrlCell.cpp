@@ -204,9 +204,11 @@ void ctrlCell::Relocate() {
     const double gapY = (h - 3 * labelHeight) / 4;
     for (int d = 1; d <= 9; ++d) {
         CellLabel& label = lblMask_[static_cast<std::size_t>(d - 1)];
+        const int column = (d - 1) % 3;
+        const int row = (d - 1) / 3;
         label.pixelSize = maskSize;
-        label.place = QRectF(gapX + (labelWidth + gapX) * ((d - 1) % 3),
-                             gapY + (labelHeight + gapY) * ((d - 1) / 3), labelWidth, labelHeight);
+        label.place = QRectF(gapX + (labelWidth + gapX) * column, gapY + (labelHeight + gapY) * row,
+                             labelWidth, labelHeight);
     }
 }
 

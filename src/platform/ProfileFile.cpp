@@ -1,6 +1,8 @@
 #include "platform/ProfileFile.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <unordered_map>
 #include <utility>
 
 namespace platform {
@@ -10,10 +12,14 @@ namespace {
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view lineEnd = "\r\n";
 
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
 std::string_view TrimBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 char ToLowerAscii(char c) {
@@ -24,6 +30,18 @@ bool SameName(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char x, char y) { return ToLowerAscii(x) == ToLowerAscii(y); });
 }
+
+struct NameHash {
+    std::size_t operator()(std::string_view name) const {
+        std::uint32_t hash = 0;
+        for (const char c : name) hash = hash * 31 + static_cast<unsigned char>(ToLowerAscii(c));
+        return hash;
+    }
+};
+
+struct NameEqual {
+    bool operator()(std::string_view a, std::string_view b) const { return SameName(a, b); }
+};
 
 // The name in a section's header line; nothing for any other line.
 std::optional<std::string_view> HeaderName(std::string_view line) {
@@ -96,33 +114,35 @@ std::string_view ProfileFile::Text(const Line& line) const {
     return text;
 }
 
-std::optional<ProfileFile::Section> ProfileFile::Find(std::string_view section) const {
-    std::optional<Section> found;
+std::optional<ProfileFile::Line> ProfileFile::FindHeader(std::string_view section) const {
     for (std::size_t start = 0; start < bytes_.size();) {
         const Line line = LineAt(start);
-        start = line.next;
         const auto name = HeaderName(Text(line));
-        if (found && name) return found;
-        if (name && SameName(*name, section)) found = Section{line, line.next};
-        if (found) found->end = line.next;
-    }
-    return found;
-}
-
-std::optional<ProfileFile::Line> ProfileFile::FindKey(const Section& section, std::string_view key) const {
-    for (std::size_t start = section.header.next; start < section.end;) {
-        const Line line = LineAt(start);
-        const auto name = KeyOf(Text(line));
-        if (name && SameName(*name, key)) return line;
+        if (name && SameName(*name, section)) return line;
         start = line.next;
     }
     return std::nullopt;
 }
 
+std::optional<ProfileFile::Line> ProfileFile::NextInSection(const Line& line) const {
+    if (line.next >= bytes_.size()) return std::nullopt;
+    const Line next = LineAt(line.next);
+    if (HeaderName(Text(next))) return std::nullopt;
+    return next;
+}
+
+std::optional<ProfileFile::Line> ProfileFile::FindKey(const Line& header, std::string_view key) const {
+    for (auto line = NextInSection(header); line; line = NextInSection(*line)) {
+        const auto name = KeyOf(Text(*line));
+        if (name && SameName(*name, key)) return line;
+    }
+    return std::nullopt;
+}
+
 std::optional<std::string> ProfileFile::Value(std::string_view section, std::string_view key) const {
-    const auto place = Find(TrimBlanks(section));
-    if (!place) return std::nullopt;
-    const auto line = FindKey(*place, TrimBlanks(key));
+    const auto header = FindHeader(TrimBlanks(section));
+    if (!header) return std::nullopt;
+    const auto line = FindKey(*header, TrimBlanks(key));
     if (!line) return std::nullopt;
     return ValueOf(Text(*line));
 }
@@ -130,22 +150,17 @@ std::optional<std::string> ProfileFile::Value(std::string_view section, std::str
 std::vector<std::optional<std::string>> ProfileFile::Values(std::string_view section,
                                                             const std::vector<std::string>& keys) const {
     std::vector<std::optional<std::string>> values(keys.size());
-    const auto place = Find(TrimBlanks(section));
-    if (!place) return values;
-    std::vector<std::string_view> wanted;
-    for (const std::string& key : keys) wanted.push_back(TrimBlanks(key));
-    std::size_t missing = keys.size();
-    for (std::size_t start = place->header.next; start < place->end && missing > 0;) {
-        const Line line = LineAt(start);
-        start = line.next;
-        const auto name = KeyOf(Text(line));
+    const auto header = FindHeader(TrimBlanks(section));
+    if (!header) return values;
+    // The keys not found yet, and their places in the result: of several lines with one key the first counts.
+    std::unordered_multimap<std::string_view, std::size_t, NameHash, NameEqual> wanted;
+    for (std::size_t i = 0; i < keys.size(); ++i) wanted.emplace(TrimBlanks(keys[i]), i);
+    for (auto line = NextInSection(*header); line && !wanted.empty(); line = NextInSection(*line)) {
+        const auto name = KeyOf(Text(*line));
         if (!name) continue;
-        for (std::size_t i = 0; i < wanted.size(); ++i) {
-            // Of several lines with one key the first counts.
-            if (values[i] || !SameName(wanted[i], *name)) continue;
-            values[i] = ValueOf(Text(line));
-            --missing;
-        }
+        const auto [first, last] = wanted.equal_range(*name);
+        for (auto found = first; found != last; ++found) values[found->second] = ValueOf(Text(*line));
+        wanted.erase(first, last);
     }
     return values;
 }
@@ -157,24 +172,22 @@ void ProfileFile::Append(std::string_view line) {
 bool ProfileFile::Set(std::string_view section, std::string_view key, std::string_view value) {
     if (!IsWritableSection(section) || !IsWritableKey(key) || HasBreak(value)) return false;
     const std::string newLine = std::string(key).append("=").append(value);
-    const auto place = Find(section);
-    if (!place) {
+    const auto header = FindHeader(section);
+    if (!header) {
         bytes_.append(MissingLineEnd(bytes_));
         Append(std::string("[").append(section).append("]"));
         Append(newLine);
         return true;
     }
-    if (const auto line = FindKey(*place, key)) {
+    if (const auto line = FindKey(*header, key)) {
         const auto equals = bytes_.find('=', line->start);
         bytes_.replace(equals + 1, line->end - equals - 1, value);
         return true;
     }
     // Blank lines that set the next section off stay behind the new key.
-    Line last = place->header;
-    for (std::size_t start = place->header.next; start < place->end;) {
-        const Line line = LineAt(start);
-        if (!TrimBlanks(Text(line)).empty()) last = line;
-        start = line.next;
+    Line last = *header;
+    for (auto line = NextInSection(*header); line; line = NextInSection(*line)) {
+        if (!TrimBlanks(Text(*line)).empty()) last = *line;
     }
     const std::string_view before = std::string_view(bytes_).substr(0, last.next);
     bytes_.insert(last.next, std::string(MissingLineEnd(before)).append(newLine).append(lineEnd));
@@ -182,18 +195,20 @@ bool ProfileFile::Set(std::string_view section, std::string_view key, std::strin
 }
 
 void ProfileFile::RemoveKey(std::string_view section, std::string_view key) {
-    const auto place = Find(TrimBlanks(section));
-    if (!place) return;
-    if (const auto line = FindKey(*place, TrimBlanks(key)))
+    const auto header = FindHeader(TrimBlanks(section));
+    if (!header) return;
+    if (const auto line = FindKey(*header, TrimBlanks(key)))
         bytes_.erase(line->start, line->next - line->start);
 }
 
 void ProfileFile::RemoveSection(std::string_view section) {
-    const auto place = Find(TrimBlanks(section));
-    if (!place) return;
+    const auto header = FindHeader(TrimBlanks(section));
+    if (!header) return;
     // A byte order mark before the header belongs to the file.
-    const auto start = static_cast<std::size_t>(Text(place->header).data() - bytes_.data());
-    bytes_.erase(start, place->end - start);
+    const auto start = static_cast<std::size_t>(Text(*header).data() - bytes_.data());
+    std::size_t end = header->next;
+    for (auto line = NextInSection(*header); line; line = NextInSection(*line)) end = line->next;
+    bytes_.erase(start, end - start);
 }
 
 bool ProfileFile::Write(const std::string& path) const {

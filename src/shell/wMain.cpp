@@ -60,7 +60,7 @@ wMain::wMain() : area_(new QMdiArea(this)) {
     BuildToolbar();
     BuildPalette();
     BuildStatusBar();
-    ShowDocument({}, {});
+    wMain::ShowDocument({}, {});
 }
 
 wMain::~wMain() {

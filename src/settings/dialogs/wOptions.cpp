@@ -263,7 +263,7 @@ void wOptions::Form_Load() {
 
 void wOptions::tbsOnglets_Click() {
     Trap("wOptions", "tbsOnglets_Click", [this] {
-        helpContext_ = pageHelpContexts.at(static_cast<std::size_t>(tbsOnglets_->currentIndex() + 1));
+        helpContext_ = pageHelpContexts.at(static_cast<std::size_t>(tbsOnglets_->currentIndex()) + 1);
     });
 }
 
