@@ -46,16 +46,13 @@ class ProfileFile {
         std::size_t end = 0;
         std::size_t next = 0;
     };
-    // A section's header line and the end of its last line.
-    struct Section {
-        Line header;
-        std::size_t end = 0;
-    };
 
     Line LineAt(std::size_t start) const;
     std::string_view Text(const Line& line) const;
-    std::optional<Section> Find(std::string_view section) const;
-    std::optional<Line> FindKey(const Section& section, std::string_view key) const;
+    std::optional<Line> FindHeader(std::string_view section) const;
+    // The line that follows, unless it is another section's header.
+    std::optional<Line> NextInSection(const Line& line) const;
+    std::optional<Line> FindKey(const Line& header, std::string_view key) const;
     void Append(std::string_view line);
 
     std::string bytes_;
