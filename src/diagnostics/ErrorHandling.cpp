@@ -1,6 +1,5 @@
 #include "diagnostics/ErrorHandling.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -48,9 +47,10 @@ RuntimeError::RuntimeError(int number)
     : std::runtime_error(std::string(ErrorText(number))), number_(number) {}
 
 std::string_view ErrorText(int errorNumber) {
-    const auto* found = std::find_if(errorTexts.begin(), errorTexts.end(),
-                                     [errorNumber](const auto& entry) { return entry.first == errorNumber; });
-    return found == errorTexts.end() ? std::string_view{} : found->second;
+    for (const auto& [number, text] : errorTexts) {
+        if (number == errorNumber) return text;
+    }
+    return {};
 }
 
 void ShowError(std::string_view location, int errorNumber) noexcept {
