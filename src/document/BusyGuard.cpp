@@ -59,6 +59,9 @@ bool BusyGuard::Active() {
 
 bool BusyGuard::eventFilter(QObject* target, QEvent* event) {
     if (!IsUserInput(event->type())) return false;
+    // A window that closes itself, like the splash by its timer, may go; those that must not refuse it
+    // themselves.
+    if (event->type() == QEvent::Close && !event->spontaneous()) return false;
     if (target->isWidgetType()) {
         const QWidget* window = static_cast<QWidget*>(target)->window();
         if (window == &progress_ || window->isModal()) return false;
