@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "document/CellState.h"
+#include "document/ctrlCell.h"
+#include "document/wGrid.h"
+#include "engine/clsGrid.h"
+#include "settings/IniParamProcs.h"
+#include "shell/Palette.h"
+#include "shell/wMain.h"
+#include "support/QtSupport.h"
+#include "support/ScriptedHost.h"
+
+// The real main window on a scripted host, with a settings file in a folder of its own.
+class Program : public testing::Test {
+  protected:
+    using Texts = std::vector<std::string>;
+
+    Program() {
+        ScriptedHost::WriteFile(IniParamProcs::IniFilePath(),
+                                "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\n");
+    }
+
+    void Start() {
+        main = std::make_unique<wMain>();
+        main->MDIForm_Load();
+        ServeEvents();
+    }
+    static void Setting(const char* section, const char* key, const std::string& value) {
+        IniParamProcs::WriteIniParam(section, key, value);
+    }
+    static std::string Setting(const char* section, const char* key) {
+        return IniParamProcs::ReadIniParam(section, key, "none");
+    }
+
+    // ---- Commands by the name of their menu item.
+    QAction& Item(const char* name) const { return Child<QAction>(*main, name); }
+    QAction& Tool(const char* key) const {
+        return Child<QAction>(*main, QStringLiteral("tbrTools(%1)").arg(QLatin1String(key)));
+    }
+    void Run(const char* name) const {
+        Item(name).trigger();
+        ServeEvents();
+    }
+
+    // ---- Grids.
+    wGrid& Active() const { return *main->ActiveGrid(); }
+    clsCell& Cell(int index) const { return *Active().Grid()->Cells(index); }
+    std::string State(int index) const { return RecordText(Cell(index)); }
+    void Set(int index, std::string_view record) const {
+        const CellState state = ParseRecord(record);
+        Active().ctrlCells(index).Value(state.value);
+        Active().ctrlCells(index).Locked(state.locked);
+        ApplyExclusionMask(Cell(index), state.mask);
+        Active().UpdateGrid();
+    }
+    Texts Captions() const {
+        Texts captions;
+        for (const wGrid* grid : main->Grids()) captions.push_back(grid->Caption().toStdString());
+        return captions;
+    }
+    void Activate(std::size_t number) const {
+        qobject_cast<QMdiArea*>(main->centralWidget())
+            ->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(main->Grids().at(number)->parentWidget()));
+        ServeEvents();
+    }
+
+    // ---- Files.
+    // Writes a grid file that holds one record, for cell 1.
+    std::string GridFile(const std::string& name, const std::string& record = "7|1|0") const {
+        ScriptedHost::WriteFile(host.PathOf(name), "[]\r\n1=" + record + "\r\n");
+        return host.PathOf(name);
+    }
+    bool Open(const std::string& path) const {
+        const bool opened = main->OpenGridFile(QString::fromStdString(path));
+        ServeEvents();
+        return opened;
+    }
+    Texts RecentFiles() const {
+        Texts paths;
+        for (int i = 1; !MostRecentFilesClass::PathOf(*main, i).empty(); ++i) {
+            paths.push_back(MostRecentFilesClass::PathOf(*main, i));
+        }
+        return paths;
+    }
+
+    // ---- What the user sees.
+    std::string Title() const { return main->windowTitle().toStdString(); }
+    std::string PathPanel() const { return Child<QLabel>(*main, "path").text().toStdString(); }
+    std::string LastBox() const { return host.boxes.empty() ? "" : host.boxes.back().text; }
+
+    ScriptedHost host;
+    std::unique_ptr<wMain> main;
+};
+
+// A program that has started.
+class RunningProgram : public Program {
+  protected:
+    RunningProgram() { Start(); }
+};

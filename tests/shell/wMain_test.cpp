@@ -1,0 +1,240 @@
+// Start, shutdown and the windows inside the main window.
+
+#include "shell/wMain.h"
+
+#include <QTest>
+#include <QTimer>
+
+#include "Program.h"
+#include "settings/ColorTable.h"
+#include "shell/wSplash.h"
+
+namespace {
+
+using platform::MessageButton;
+
+class StartUp : public Program {
+  protected:
+    bool SplashShown() const {
+        const auto* splash = main->findChild<wSplash*>();
+        return splash && splash->isVisible();
+    }
+};
+
+// ---- Command line.
+
+TEST_F(StartUp, AQuotedNameIsOpenedWithoutItsQuotes) {
+    host.commandLine = '"' + GridFile("ma grille.nx3") + '"';
+    Start();
+    EXPECT_EQ(Captions(), Texts{"ma grille"});
+    EXPECT_TRUE(RecentFiles().empty());
+}
+
+TEST_F(StartUp, ANameWithBlanksIsOneName) {
+    host.commandLine = GridFile("ma grille.nx3");
+    Start();
+    EXPECT_EQ(Captions(), Texts{"ma grille"});
+    EXPECT_EQ(State(1), "7|1|0");
+}
+
+TEST_F(StartUp, ASingleQuoteBelongsToTheName) {
+    host.commandLine = GridFile("fin\"");
+    Start();
+    EXPECT_EQ(Captions(), Texts{"fin\""});
+    for (const std::string& line : {'"' + GridFile("a.nx3"), std::string("\"")}) {
+        host.commandLine = line;
+        host.Expect(MessageButton::Ok);
+        Start();
+        EXPECT_TRUE(LastBox().starts_with("Error Nr 53")) << LastBox();
+        EXPECT_TRUE(Captions().empty());
+        EXPECT_TRUE(main->isVisible());
+    }
+}
+
+// ---- Splash.
+
+TEST_F(StartUp, OnlyOneInTheSettingsKeepsTheSplashAway) {
+    for (const auto& [setting, shown] : {std::pair{"1", false}, {"0", true}, {"2", true}, {"", true}}) {
+        Setting("Options", "NoSplash", setting);
+        Start();
+        EXPECT_EQ(SplashShown(), shown) << setting;
+        EXPECT_TRUE(main->isVisible());
+    }
+    host.commandLine = GridFile("a.nx3");
+    Start();
+    EXPECT_TRUE(SplashShown());
+}
+
+TEST_F(StartUp, TheStartingSplashIsClosedByItsTimerAlone) {
+    Setting("Options", "NoSplash", "0");
+    Start();
+    auto* splash = main->findChild<wSplash*>();
+    QTest::mouseClick(splash, Qt::LeftButton);
+    QTest::keyClick(splash, Qt::Key_Escape);
+    EXPECT_TRUE(SplashShown());
+    EXPECT_EQ(Child<QLabel>(*splash, "lblVersion").text(), "3.2");
+    splash->tmrClose().setInterval(0);
+    splash->tmrClose().start();
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    ServeEvents();
+    EXPECT_EQ(main->findChild<wSplash*>(), nullptr);
+}
+
+TEST_F(StartUp, TheAboutBoxIsClosedByClickAndEscape) {
+    Start();
+    Run("mnuHelpAbout");
+    QTest::mouseClick(main->findChild<wSplash*>(), Qt::LeftButton);
+    ServeEvents();
+    EXPECT_FALSE(SplashShown());
+    Run("mnuHelpAbout");
+    EXPECT_TRUE(SplashShown());
+    QTest::keyClick(main->findChild<wSplash*>(), Qt::Key_Escape);
+    ServeEvents();
+    EXPECT_FALSE(SplashShown());
+}
+
+// ---- Settings.
+
+TEST_F(StartUp, AFirstStartWritesTheColoursBeforeItReadsThem) {
+    ColorTable::Shared() = {};
+    IniParamProcs::DeleteIniParam("Options", "Color_0");
+    Start();
+    EXPECT_EQ(Setting("Options", "Color_0"), "16777215");
+    EXPECT_EQ(Setting("Options", "Color_3"), "255");
+    EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
+}
+
+TEST_F(StartUp, TheModesOfTheLastTimeComeBack) {
+    Setting("Options", "GridHelpNone", "1");
+    Setting("Options", "NoAutoMasks", "1");
+    Start();
+    EXPECT_TRUE(main->MasksHidden() && main->ManualMasks());
+    EXPECT_TRUE(Tool("mnuGridHelpNone").isChecked() && Tool("mnuGridNoAutoMasks").isChecked());
+    EXPECT_EQ(Setting("Options", "GridHelpNone"), "1");
+    EXPECT_EQ(Setting("Options", "NoAutoMasks"), "1");
+    EXPECT_FALSE(main->InitialisationMode());
+}
+
+TEST_F(StartUp, ASettingThatCannotBeReadEndsTheSequenceNotTheProgram) {
+    Setting("Options", "NoAutoMasks", "abc");
+    host.Expect(MessageButton::Ok);
+    Start();
+    EXPECT_TRUE(LastBox().starts_with("Error Nr 13")) << LastBox();
+    EXPECT_TRUE(LastBox().ends_with("Object : MDIForm\r\nEvent : Load")) << LastBox();
+    EXPECT_TRUE(main->isVisible());
+}
+
+TEST_F(StartUp, RecentFilesSurviveARestart) {
+    for (int i = 1; i <= 10; ++i) Setting("MRU", std::to_string(i).c_str(), "/jeux/" + std::to_string(i));
+    Start();
+    EXPECT_EQ(RecentFiles().size(), 9U);
+    EXPECT_EQ(RecentFiles().front(), "/jeux/1");
+    main->close();
+    EXPECT_EQ(Setting("MRU", "9"), "/jeux/9");
+    EXPECT_EQ(Setting("MRU", "10"), "none");
+}
+
+// ---- The windows.
+
+class Windows : public RunningProgram {};
+
+TEST_F(Windows, FillTheAreaAtEverySize) {
+    Run("mnuFileNew");
+    Run("mnuFileNew");
+    const auto* area = qobject_cast<QMdiArea*>(main->centralWidget());
+    for (const QSize size : {QSize(700, 600), QSize(1200, 800), QSize(700, 650)}) {
+        main->resize(size);
+        ServeEvents();
+        for (const wGrid* grid : main->Grids()) {
+            EXPECT_EQ(grid->parentWidget()->geometry(), area->viewport()->rect());
+        }
+    }
+}
+
+TEST_F(Windows, TitleAndPathFollowTheActiveGrid) {
+    const std::string file = GridFile("a.nx3");
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix|");
+    Run("mnuFileNew");
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix - Grille1|");
+    Open(file);
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix - a|" + file);
+    Activate(0);
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix - Grille1|");
+    Run("mnuFileClose");
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix - a|" + file);
+    Run("mnuFileClose");
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix|");
+}
+
+TEST_F(Windows, ClosingAnInactiveOneChangesNothingForTheActiveOne) {
+    const std::string file = GridFile("a.nx3");
+    Run("mnuFileNew");
+    Open(file);
+    Active().ctrlCells(5).DoSelect();
+    main->Grids()[0]->parentWidget()->close();
+    ServeEvents();
+    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix - a|" + file);
+    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
+}
+
+TEST_F(Windows, EachKeepsItsOwnCurrentCell) {
+    Run("mnuFileNew");
+    Active().ctrlCells(5).DoSelect();
+    Run("mnuFileNew");
+    EXPECT_EQ(main->Cell(), nullptr);
+    Active().ctrlCells(80).DoSelect();
+    Activate(0);
+    EXPECT_EQ(main->Cell(), &main->Grids()[0]->ctrlCells(5));
+    Run("mnuFileClose");
+    EXPECT_EQ(main->Cell(), &Active().ctrlCells(80));
+    Run("mnuFileClose");
+    EXPECT_EQ(main->Cell(), nullptr);
+}
+
+// ---- Shutdown.
+
+class Shutdown : public RunningProgram {
+  protected:
+    void MakeModifiedGrids(int count) {
+        for (int i = 0; i < count; ++i) {
+            Run("mnuFileNew");
+            Set(1, "5|1|0");
+        }
+    }
+    void Quit() {
+        Run("mnuFileQuit");
+        ServeEvents();
+    }
+};
+
+TEST_F(Shutdown, ACancelAtTheSecondOfThreeKeepsAll) {
+    MakeModifiedGrids(3);
+    host.Expect(MessageButton::No);
+    host.Expect(MessageButton::Cancel);
+    Quit();
+    EXPECT_TRUE(main->isVisible());
+    EXPECT_EQ(Captions(), (Texts{"Grille1", "Grille2", "Grille3"}));
+    // The first answer is forgotten: the next time every grid is asked about again.
+    for (int i = 0; i < 3; ++i) host.Expect(MessageButton::No);
+    Quit();
+    EXPECT_FALSE(main->isVisible());
+    EXPECT_EQ(host.boxes.size(), 5U);
+}
+
+TEST_F(Shutdown, AFailedSaveKeepsTheProgram) {
+    MakeModifiedGrids(1);
+    host.Expect(MessageButton::Yes);
+    host.ExpectFile(host.PathOf("absent/a.nx3"));
+    host.Expect(MessageButton::Ok);
+    Quit();
+    EXPECT_TRUE(main->isVisible());
+    EXPECT_EQ(State(1), "5|1|0");
+}
+
+TEST_F(Shutdown, AsksNothingWithoutChanges) {
+    Run("mnuFileNew");
+    Quit();
+    EXPECT_FALSE(main->isVisible());
+}
+
+}  // namespace
