@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -57,10 +58,19 @@ void FindOwner(std::string_view globs, const std::string& pattern, int& heaviest
     }
 }
 
+// Renamed into place, so that no desktop reads half a file. It is not forced to disk, which costs some ten
+// milliseconds for each of a dozen files that the program can publish again.
 bool WritePublished(const fs::path& file, std::string_view bytes) {
     std::error_code failed;
     fs::create_directories(file.parent_path(), failed);
-    return !failed && ReplaceFile(file, bytes);
+    const fs::path temporary = file.string() + ".ninarix-new";
+    std::ofstream stream(temporary, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    if (stream) fs::rename(temporary, file, failed);
+    if (stream && !failed) return true;
+    fs::remove(temporary, failed);
+    return false;
 }
 
 std::string AsXml(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include "platform/DesktopAssociation.h"
@@ -89,26 +90,45 @@ bool ReadStore(const std::string& file, ProfileFile& store) {
     return state == FileState::Read || state == FileState::Missing;
 }
 
+// Makes the file's folder, too.
+bool CanWrite(const std::string& file) {
+    std::error_code ignored;  // a folder that is not there cannot be written
+    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
+    std::filesystem::create_directories(folder, ignored);
+    return access((folder / ".").c_str(), W_OK | X_OK) == 0;
+}
+
 // One read, change and write that no other copy of the program comes between.
 int ChangeStore(const std::string& file, const std::function<bool(ProfileFile&)>& change) {
-    if (file.empty()) return RegistryError::AccessDenied;
-    std::error_code ignored;  // a folder that is not there refuses the write
-    std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
     const FolderLock lock(file);
     ProfileFile store;
     if (!ReadStore(file, store) || !change(store) || !store.Write(file)) return RegistryError::AccessDenied;
     return RegistryError::None;
 }
 
+// A new key is written together with its first value, in one step: a start that is cut off between the two
+// would leave an extension without a type, which no later start may complete.
 class StoredKey : public RegistryKey {
   public:
     StoredKey(std::string file, std::string section, std::uint32_t access)
         : file_(std::move(file)), section_(std::move(section)), access_(access) {}
+    StoredKey(std::string file, std::string section, std::uint32_t access, std::string_view newClass)
+        : StoredKey(std::move(file), std::move(section), access) {
+        newClass_ = newClass;
+    }
+    ~StoredKey() override {
+        if (newClass_) ChangeStore(file_, [&](ProfileFile& store) { return Exists(store); });
+    }
+    StoredKey(const StoredKey&) = delete;
+    StoredKey& operator=(const StoredKey&) = delete;
 
     int SetString(std::string_view name, std::string_view bytes) override {
         if ((access_ & RegistryAccess::SetValue) == 0) return RegistryError::AccessDenied;
-        return ChangeStore(
-            file_, [&](ProfileFile& store) { return store.Set(section_, LineOf(name), Encoded(bytes)); });
+        const int error = ChangeStore(file_, [&](ProfileFile& store) {
+            return Exists(store) && store.Set(section_, LineOf(name), Encoded(bytes));
+        });
+        if (error == RegistryError::None) newClass_.reset();
+        return error;
     }
 
     int QueryString(std::string_view name, std::string& bytes) const override {
@@ -122,9 +142,16 @@ class StoredKey : public RegistryKey {
     }
 
   private:
+    // Puts a new key into the store, unless another copy of the program was faster.
+    bool Exists(ProfileFile& store) const {
+        return !newClass_ || store.Value(section_, classLine) ||
+               store.Set(section_, classLine, Encoded(*newClass_));
+    }
+
     std::string file_;
     std::string section_;
     std::uint32_t access_;
+    std::optional<std::string> newClass_;
 };
 
 // The key of an extension that the desktop gave away: to be read, never to be changed.
@@ -173,14 +200,16 @@ int FileRegistry::Create(std::uint32_t root, std::string_view path, std::string_
                          std::uint32_t access, std::unique_ptr<RegistryKey>& key) {
     key.reset();
     if (!IsKeyPath(path)) return RegistryError::BadPath;
-    const std::string section = SectionOf(root, path);
-    const int error = ChangeStore(file_, [&](ProfileFile& store) {
-        return store.Value(section, classLine).has_value() ||
-               store.Set(section, classLine, Encoded(className));
-    });
-    if (error != RegistryError::None) return error;
+    ProfileFile store;
+    if (!ReadStore(file_, store) || !CanWrite(file_)) return RegistryError::AccessDenied;
+    std::string section = SectionOf(root, path);
+    if (store.Value(section, classLine)) {
+        key = std::make_unique<StoredKey>(file_, std::move(section), access);
+    } else {
+        key = std::make_unique<StoredKey>(file_, std::move(section), access, className);
+    }
     if (IsExtension(root, path)) createdExtension_ = path;
-    return Open(root, path, access, key);
+    return RegistryError::None;
 }
 
 std::string FileRegistry::DefaultValue(std::string_view path) {

@@ -45,7 +45,8 @@ class Registry {
     // On an error `key` is empty.
     virtual int Open(std::uint32_t root, std::string_view path, std::uint32_t access,
                      std::unique_ptr<RegistryKey>& key) = 0;
-    // Opens an existing key as well, and then leaves its class as it is.
+    // Opens an existing key as well, and then leaves its class as it is. A new key exists from its first
+    // value on, or when it is closed.
     virtual int Create(std::uint32_t root, std::string_view path, std::string_view className,
                        std::uint32_t access, std::unique_ptr<RegistryKey>& key) = 0;
     // Tells the desktop that file types changed, and does not wait for what it makes of it.
