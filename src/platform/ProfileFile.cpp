@@ -124,16 +124,15 @@ std::optional<ProfileFile::Line> ProfileFile::FindHeader(std::string_view sectio
     return std::nullopt;
 }
 
-std::optional<ProfileFile::Line> ProfileFile::NextInSection(const Line& line) const {
-    if (line.next >= bytes_.size()) return std::nullopt;
-    const Line next = LineAt(line.next);
-    if (HeaderName(Text(next))) return std::nullopt;
-    return next;
+bool ProfileFile::NextInSection(Line& line) const {
+    if (line.next >= bytes_.size()) return false;
+    line = LineAt(line.next);
+    return !HeaderName(Text(line));
 }
 
 std::optional<ProfileFile::Line> ProfileFile::FindKey(const Line& header, std::string_view key) const {
-    for (auto line = NextInSection(header); line; line = NextInSection(*line)) {
-        const auto name = KeyOf(Text(*line));
+    for (Line line = header; NextInSection(line);) {
+        const auto name = KeyOf(Text(line));
         if (name && SameName(*name, key)) return line;
     }
     return std::nullopt;
@@ -155,11 +154,11 @@ std::vector<std::optional<std::string>> ProfileFile::Values(std::string_view sec
     // The keys not found yet, and their places in the result: of several lines with one key the first counts.
     std::unordered_multimap<std::string_view, std::size_t, NameHash, NameEqual> wanted;
     for (std::size_t i = 0; i < keys.size(); ++i) wanted.emplace(TrimBlanks(keys[i]), i);
-    for (auto line = NextInSection(*header); line && !wanted.empty(); line = NextInSection(*line)) {
-        const auto name = KeyOf(Text(*line));
+    for (Line line = *header; !wanted.empty() && NextInSection(line);) {
+        const auto name = KeyOf(Text(line));
         if (!name) continue;
         const auto [first, last] = wanted.equal_range(*name);
-        for (auto found = first; found != last; ++found) values[found->second] = ValueOf(Text(*line));
+        for (auto found = first; found != last; ++found) values[found->second] = ValueOf(Text(line));
         wanted.erase(first, last);
     }
     return values;
@@ -186,8 +185,8 @@ bool ProfileFile::Set(std::string_view section, std::string_view key, std::strin
     }
     // Blank lines that set the next section off stay behind the new key.
     Line last = *header;
-    for (auto line = NextInSection(*header); line; line = NextInSection(*line)) {
-        if (!TrimBlanks(Text(*line)).empty()) last = *line;
+    for (Line line = *header; NextInSection(line);) {
+        if (!TrimBlanks(Text(line)).empty()) last = line;
     }
     const std::string_view before = std::string_view(bytes_).substr(0, last.next);
     bytes_.insert(last.next, std::string(MissingLineEnd(before)).append(newLine).append(lineEnd));
@@ -207,7 +206,7 @@ void ProfileFile::RemoveSection(std::string_view section) {
     // A byte order mark before the header belongs to the file.
     const auto start = static_cast<std::size_t>(Text(*header).data() - bytes_.data());
     std::size_t end = header->next;
-    for (auto line = NextInSection(*header); line; line = NextInSection(*line)) end = line->next;
+    for (Line line = *header; NextInSection(line);) end = line.next;
     bytes_.erase(start, end - start);
 }
 

@@ -50,8 +50,8 @@ class ProfileFile {
     Line LineAt(std::size_t start) const;
     std::string_view Text(const Line& line) const;
     std::optional<Line> FindHeader(std::string_view section) const;
-    // The line that follows, unless it is another section's header.
-    std::optional<Line> NextInSection(const Line& line) const;
+    // Goes on to the line that follows; false at the file's end and at another section's header.
+    bool NextInSection(Line& line) const;
     std::optional<Line> FindKey(const Line& header, std::string_view key) const;
     void Append(std::string_view line);
 
