@@ -36,6 +36,12 @@ bool IsUserInput(QEvent::Type type) {
     }
 }
 
+// What comes and goes by itself, as tool tips and the splash do.
+bool IsTransient(const QWidget& widget) {
+    const Qt::WindowType type = widget.windowType();
+    return type != Qt::Window && type != Qt::SubWindow && type != Qt::Widget;
+}
+
 }  // namespace
 
 BusyGuard::BusyGuard(QWidget* owner) : progress_(owner->window()) {
@@ -59,12 +65,10 @@ bool BusyGuard::Active() {
 
 bool BusyGuard::eventFilter(QObject* target, QEvent* event) {
     if (!IsUserInput(event->type())) return false;
-    // A window that closes itself, like the splash by its timer, may go; those that must not refuse it
-    // themselves.
-    if (event->type() == QEvent::Close && !event->spontaneous()) return false;
     if (target->isWidgetType()) {
         const QWidget* window = static_cast<QWidget*>(target)->window();
         if (window == &progress_ || window->isModal()) return false;
+        if (event->type() == QEvent::Close && IsTransient(*static_cast<QWidget*>(target))) return false;
     } else if (event->type() != QEvent::Shortcut) {
         // Native windows pass their input on to widgets, which come by here again.
         return false;
