@@ -50,9 +50,9 @@ void FindOwner(std::string_view globs, const std::string& pattern, int& heaviest
         const std::string_view weightText = CutField(line);
         const std::string_view type = CutField(line);
         int weight = 0;
-        std::from_chars(weightText.data(), weightText.data() + weightText.size(), weight);
+        const auto number = std::from_chars(weightText.data(), weightText.data() + weightText.size(), weight);
+        if (number.ec != std::errc() || weight <= heaviest) continue;  // the former: a comment
         if (!SameAscii(CutField(line), pattern) || type == DesktopAssociation::MimeType) continue;
-        if (weight <= heaviest) continue;
         heaviest = weight;
         owner = type;
     }
@@ -228,17 +228,13 @@ bool DesktopAssociation::Publish(const FileAssociation& association) {
 bool DesktopAssociation::PublishProgram(const FileAssociation& association) const {
     std::string command = association.program;
     if (NeedsQuotes(command)) {
-        // Correctly quoted, the path would still break openers that cut the command at its blanks.
-        const std::string launcher = folders_.own + "/ninarix/Ninarix";
-        if (NeedsQuotes(launcher)) {
-            command = QuotedForEntry(association.program);
-        } else {
-            std::error_code failed;
-            if (!WritePublished(launcher, Launcher(association.program))) return false;
-            fs::permissions(launcher, fs::perms::owner_exec, fs::perm_options::add, failed);
-            if (failed) return false;
-            command = launcher;
-        }
+        // Even quoted correctly, blanks or "%" in the path break openers that read the command their own way.
+        command = folders_.own + "/ninarix/Ninarix";
+        std::error_code failed;
+        if (!WritePublished(command, Launcher(association.program))) return false;
+        fs::permissions(command, fs::perms::owner_exec, fs::perm_options::add, failed);
+        if (failed) return false;
+        if (NeedsQuotes(command)) command = QuotedForEntry(command);
     }
     return WritePublished(folders_.own + "/applications/ninarix.desktop",
                           "[Desktop Entry]\n"
