@@ -15,13 +15,13 @@ namespace {
 class DragSource : public QWidget {
   protected:
     void mousePressEvent(QMouseEvent* /*event*/) override {
-        auto* data = new QMimeData;
+        auto* files = new QMimeData;
         QList<QUrl> urls;
         for (const QString& file : QCoreApplication::arguments().mid(1))
             urls.append(QUrl::fromLocalFile(file));
-        data->setUrls(urls);
+        files->setUrls(urls);
         auto* drag = new QDrag(this);
-        drag->setMimeData(data);
+        drag->setMimeData(files);
         connect(drag, &QDrag::actionChanged, this, [](Qt::DropAction action) {
             if (action == Qt::CopyAction) std::puts("accepted");
             std::fflush(stdout);
