@@ -18,6 +18,7 @@
 #include "settings/ColorTable.h"
 #include "settings/Conversions.h"
 #include "settings/IniParamProcs.h"
+#include "settings/RegBase.h"
 #include "settings/dialogs/wOptions.h"
 #include "shell/Palette.h"
 #include "shell/wSplash.h"
@@ -73,6 +74,8 @@ void wMain::MDIForm_Load() {
         using namespace IniParamProcs;
         platform::Application& application = *platform::TheHost().application;
         application.HelpFile(application.ProgramFolder() + "/" + application.ProgramFileName() + ".chm");
+        RegBase::RegisterFileType(application.ProgramFolder() + "/" + application.ProgramFileName(), "nx3",
+                                  "\"%1\"", "Grille de Ninarix", 0);
         const bool commandLine = !application.CommandLine().empty();
         if (commandLine) OpenCommandLine();
         if (!commandLine && NoSplash() == 0) {
