@@ -1,0 +1,65 @@
+#include "printing/PageLayout.h"
+
+#include <QString>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "platform/qt/QtHost.h"
+#include "settings/Conversions.h"
+#include "settings/IniParamProcs.h"
+
+namespace {
+
+constexpr double shortPaperSide = 210;
+constexpr double longPaperSide = 297;
+constexpr double smallestGrid = 10;    // below it nobody reads the digits
+constexpr double unprintableEdge = 5;  // most printers leave that much of the paper white
+constexpr double footerHeight = 5;
+
+std::optional<double> Millimetres(const IniParamProcs::IniSnapshot& settings, const char* key,
+                                  const char* byDefault) {
+    QString text = platform_qt::FromUtf8(settings.Read("Options", key, byDefault)).trimmed();
+    bool isNumber = false;
+    const double number = text.replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(number) || number < 0) return std::nullopt;
+    return number;
+}
+
+// The asked margin, without one the usual. Where that leaves no room the grid is centred.
+double MarginThatFits(std::optional<double> asked, double usual, double room) {
+    const double margin = asked.value_or(usual);
+    return margin <= room ? margin : room / 2;
+}
+
+// At the foot of the page, or closer to the edge below a large grid.
+QRectF FooterPlace(const QSizeF& paper, double gridBottom) {
+    const double usualTop = paper.height() - 15;
+    const double lowestTop = paper.height() - unprintableEdge - footerHeight;
+    const double top = std::max(usualTop, gridBottom + 1);
+    if (top > lowestTop) return {};
+    return {2 * unprintableEdge, top, paper.width() - 4 * unprintableEdge, footerHeight};
+}
+
+}  // namespace
+
+PageLayout LayoutFromSettings(const IniParamProcs::IniSnapshot& settings, bool landscape) {
+    PageLayout page;
+    page.paper = landscape ? QSizeF(longPaperSide, shortPaperSide) : QSizeF(shortPaperSide, longPaperSide);
+    double size = Millimetres(settings, "GridSize", "120").value_or(0);
+    if (size == 0) size = 120;
+    if (size > shortPaperSide) size = shortPaperSide - 2 * unprintableEdge;
+    size = std::max(size, smallestGrid);
+    const double left =
+        MarginThatFits(Millimetres(settings, "MarginLeft", "45"), 45, page.paper.width() - size);
+    const double top =
+        MarginThatFits(Millimetres(settings, "MarginTop", "15"), 15, page.paper.height() - size);
+    page.grid = QRectF(left, top, size, size);
+
+    const bool thinner = Conversions::NumericPrefix(settings.Read("Options", "LinesWidth", "0")) != 0;
+    // A small grid gets finer lines, so that they leave room for its digits.
+    page.thickLine = (thinner ? 0.4 : 0.8) * std::min(1.0, size / 60);
+    page.thinLine = page.thickLine / 4;
+    page.footer = FooterPlace(page.paper, page.grid.bottom());
+    return page;
+}

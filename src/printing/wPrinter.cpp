@@ -1,0 +1,212 @@
+#include "printing/wPrinter.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "diagnostics/ErrorHandling.h"
+#include "platform/Host.h"
+#include "platform/qt/QtHost.h"
+#include "printing/PageLayout.h"
+#include "printing/PrintSystem.h"
+#include "settings/Conversions.h"
+#include "settings/IniParamProcs.h"
+
+namespace {
+
+constexpr int printHelpContext = 230;
+const QString pdfFile = QStringLiteral("Fichier PDF");
+
+// A flag that somebody garbled must not stand between the user and the printer.
+bool FlagIn(const IniParamProcs::IniSnapshot& settings, const char* key) {
+    try {
+        return Conversions::ToBoolean(settings.Read("Impression", key, "0"));
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+}  // namespace
+
+// The page as it will be printed, as large as the widget allows.
+class PagePreview : public QWidget {
+  public:
+    PagePreview(const PrintedGrid& grid, QWidget* parent) : QWidget(parent), grid_(grid) {
+        setFixedSize(420, 420);
+        setAccessibleName(QStringLiteral("Aperçu de la page"));
+    }
+
+    void Show(const PageLayout& page, bool blackAndWhite) {
+        page_ = page;
+        ink_.colors = ColorTable::FromSettings();
+        ink_.blackAndWhite = blackAndWhite;
+        update();
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        constexpr double border = 4;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QSizeF room = QSizeF(size()) - QSizeF(2 * border, 2 * border);
+        const double scale = page_.paper.scaled(room, Qt::KeepAspectRatio).width() / page_.paper.width();
+        QRectF paper(QPointF(), page_.paper * scale);
+        paper.moveCenter(QRectF(rect()).center());
+        painter.fillRect(paper.translated(border, border), palette().color(QPalette::Mid));
+        painter.fillRect(paper, Qt::white);
+        painter.setClipRect(paper);
+        painter.translate(paper.topLeft());
+        PaintPage(painter, scale, grid_, page_, ink_);
+    }
+
+  private:
+    PrintedGrid grid_;
+    PageLayout page_;
+    PageInk ink_;
+};
+
+wPrinter::wPrinter(const PrintedGrid& grid, QWidget* owner)
+    : QDialog(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+      cboPrinter_(new QComboBox(this)),
+      optOrientation_(new QButtonGroup(this)),
+      chkBlackWhite_(new QCheckBox(QStringLiteral("Imprimer en noir et blanc"), this)),
+      preview_(new PagePreview(grid, this)),
+      query_(std::make_unique<PrintSystem::PrinterQuery>()) {
+    setObjectName(QStringLiteral("wPrinter"));
+    setWindowTitle(QStringLiteral("Imprimer la grille"));
+
+    auto* left = new QVBoxLayout;
+    left->addWidget(BuildChoices());
+    left->addStretch();
+    left->addWidget(BuildCommands());
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(16, 16, 16, 16);
+    layout->setSpacing(20);
+    layout->addLayout(left);
+    layout->addWidget(preview_);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    Trap("wPrinter", "Form_Load", [this] { Form_Load(); });
+    connect(optOrientation_, &QButtonGroup::idClicked, this, &wPrinter::ShowPage);
+    connect(chkBlackWhite_, &QCheckBox::clicked, this, &wPrinter::ShowPage);
+    connect(cboPrinter_, &QComboBox::activated, this, [this] { neverChosen_ = false; });
+    connect(query_.get(), &PrintSystem::PrinterQuery::Answered, this, &wPrinter::FillPrinters);
+}
+
+wPrinter::~wPrinter() = default;
+
+QWidget* wPrinter::BuildChoices() {
+    auto* choices = new QWidget(this);
+    auto* layout = new QVBoxLayout(choices);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    auto* label = new QLabel(QStringLiteral("Imprimante :"), choices);
+    label->setBuddy(cboPrinter_);
+    cboPrinter_->setObjectName(QStringLiteral("cboPrinter"));
+    cboPrinter_->setAccessibleName(QStringLiteral("Imprimante"));
+    // The list changes while the dialog is open; its width must not.
+    cboPrinter_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cboPrinter_->setMinimumContentsLength(26);
+    layout->addWidget(label);
+    layout->addWidget(cboPrinter_);
+    layout->addSpacing(12);
+    layout->addWidget(new QLabel(QStringLiteral("Orientation :"), choices));
+    for (const auto& [value, caption] : {std::pair{0, "Portrait"}, std::pair{1, "Paysage"}}) {
+        auto* option = new QRadioButton(QString::fromUtf8(caption), choices);
+        option->setObjectName(QStringLiteral("optOrientation(%1)").arg(value));
+        optOrientation_->addButton(option, value);
+        layout->addWidget(option);
+    }
+    layout->addSpacing(12);
+    chkBlackWhite_->setObjectName(QStringLiteral("chkBlackWhite"));
+    layout->addWidget(chkBlackWhite_);
+    return choices;
+}
+
+QWidget* wPrinter::BuildCommands() {
+    auto* row = new QWidget(this);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addStretch();
+    for (const auto& [index, caption] : {std::pair{1, "Ok"}, std::pair{0, "Annuler"}}) {
+        auto* button = new QPushButton(QString::fromUtf8(caption), row);
+        button->setObjectName(QStringLiteral("cmdCommands(%1)").arg(index));
+        button->setDefault(index == 1);
+        connect(button, &QPushButton::clicked, this, [this, index = index] { cmdCommands_Click(index); });
+        layout->addWidget(button);
+    }
+    return row;
+}
+
+void wPrinter::Form_Load() {
+    const IniParamProcs::IniSnapshot settings;
+    const QString stored = platform_qt::FromUtf8(settings.Read("Impression", "Printer", ""));
+    neverChosen_ = stored.isEmpty();
+    // The printer of the last time is believed in until the system has answered.
+    if (!neverChosen_ && stored != pdfFile) cboPrinter_->addItem(stored);
+    cboPrinter_->addItem(pdfFile);
+    optOrientation_->button(FlagIn(settings, "Orientation") ? 1 : 0)->setChecked(true);
+    chkBlackWhite_->setChecked(FlagIn(settings, "Noir&Blanc"));
+    ShowPage();
+}
+
+void wPrinter::FillPrinters(const PrintSystem::Printers& printers) {
+    Trap("wPrinter", "FillPrinters", [&] {
+        const QString current = cboPrinter_->currentText();
+        cboPrinter_->clear();
+        cboPrinter_->addItems(printers.names);
+        cboPrinter_->addItem(pdfFile);
+        int chosen =
+            neverChosen_ ? -1 : cboPrinter_->findText(current, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+        if (chosen < 0) {
+            chosen = cboPrinter_->findText(printers.byDefault, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+        }
+        cboPrinter_->setCurrentIndex(chosen >= 0 ? chosen : cboPrinter_->count() - 1);
+    });
+}
+
+PrintChoice wPrinter::Choice() const {
+    PrintChoice choice;
+    choice.printer = cboPrinter_->currentText();
+    choice.toFile = choice.printer == pdfFile;
+    choice.landscape = optOrientation_->checkedId() == 1;
+    choice.blackAndWhite = chkBlackWhite_->isChecked();
+    return choice;
+}
+
+void wPrinter::ShowPage() {
+    Trap("wPrinter", "ShowPage", [this] {
+        const PrintChoice choice = Choice();
+        preview_->Show(LayoutFromSettings(IniParamProcs::IniSnapshot(), choice.landscape),
+                       choice.blackAndWhite);
+    });
+}
+
+void wPrinter::cmdCommands_Click(int index) {
+    Trap("wPrinter", "cmdCommands_Click", [this, index] {
+        if (index == 1) {
+            const PrintChoice choice = Choice();
+            IniParamProcs::ProfileChanges changes(IniParamProcs::IniFilePath());
+            changes.Write("Impression", "Printer", choice.printer.toStdString());
+            changes.Write("Impression", "Orientation", choice.landscape ? "1" : "0");
+            changes.Write("Impression", "Noir&Blanc", choice.blackAndWhite ? "1" : "0");
+            changes.Commit();
+            accepted_ = true;
+        }
+        hide();
+    });
+}
+
+void wPrinter::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_F1) return QDialog::keyPressEvent(event);
+    const platform::Host& host = platform::TheHost();
+    host.help->ShowTopic(host.application->HelpFile(), printHelpContext);
+}
