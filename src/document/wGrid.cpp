@@ -12,6 +12,8 @@
 #include "engine/clsGrid.h"
 #include "platform/Host.h"
 #include "platform/qt/QtHost.h"
+#include "printing/PagePainter.h"
+#include "printing/Printing.h"
 #include "settings/Conversions.h"
 #include "settings/FilesPaths.h"
 #include "settings/IniParamProcs.h"
@@ -157,9 +159,17 @@ void wGrid::Reinit() {
 }
 
 void wGrid::PrintGrid() {
-    Trap("wGrid", "PrintGrid", [] {
-        platform::TheHost().messages->Show("Impossible d'initialiser l'imprimante.",
-                                           platform::MessageStyle::Exclamation);
+    Trap("wGrid", "PrintGrid", [this] {
+        PrintedGrid page;
+        page.caption = caption_;
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            PrintedCell& printed = page.cells[i];
+            printed.value = cells_[i]->Value();
+            printed.locked = cells_[i]->Locked();
+            for (int d = 1; d <= 9; ++d)
+                printed.candidates.set(static_cast<std::size_t>(d), cells_[i]->Mask(d));
+        }
+        Printing::PrintGrid(page);
     });
 }
 
