@@ -90,7 +90,8 @@ void wMain::MDIForm_Load() {
         if (ReadIniParam("Options", "Color_0", "").empty()) WriteFirstSettings();
         // Where settings cannot be written there is still nothing to read, and black on black helps nobody.
         const bool written = !ReadIniParam("Options", "Color_0", "").empty();
-        ColorTable::Shared() = ColorTable::FromSettings(written ? ColorTable::Colors{} : ColorTable::Defaults);
+        ColorTable::Shared() =
+            ColorTable::FromSettings(written ? ColorTable::Colors{} : ColorTable::Defaults);
         if (Flag("NoAutoMasks")) mnuGridNoAutoMasks_Click();
         if (Flag("GridHelpNone")) mnuGridHelpNone_Click();
         recentFiles_.MaxRecent(9);

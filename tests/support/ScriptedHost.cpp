@@ -1,9 +1,8 @@
 #include "support/ScriptedHost.h"
 
-#include <unistd.h>
-
 #include <fstream>
 #include <iterator>
+#include <unistd.h>
 
 ScriptedHost::ScriptedHost() : scope_({this, this, this, this, this, this, this, this, this}) {
     std::string pattern = (std::filesystem::temp_directory_path() / "ninarix-test-XXXXXX").string();
