@@ -85,13 +85,6 @@ TEST_F(RecentFiles, AFullListDropsTheOldest) {
     EXPECT_EQ(Paths(), (Texts{"/2", "/6", "/5", "/4", "/3"}));
 }
 
-TEST_F(RecentFiles, NoCapacityKeepsNothing) {
-    list.MaxRecent(0);
-    Add({"/1"});
-    EXPECT_TRUE(Paths().empty());
-    EXPECT_FALSE(SeparatorVisible());
-}
-
 // ---- Captions.
 
 TEST_F(RecentFiles, LongPathsLoseTheirMiddle) {
@@ -106,14 +99,6 @@ TEST_F(RecentFiles, LongPathsLoseTheirMiddle) {
 TEST_F(RecentFiles, TwentyOneCharactersBehindTheSeparatorAreTheLimit) {
     EXPECT_EQ(Caption("/abcd/ef/12345678901234567890"), "/abcd/ef/12345678901234567890");
     EXPECT_EQ(Caption("/abcd/ef/123456789012345678901"), "/abcd/.../123456789012345678901");
-}
-
-TEST_F(RecentFiles, NothingIsCutWhereNothingWouldBeSaved) {
-    // The first separator from the fourth character on is the last one, too.
-    EXPECT_EQ(Caption("/abcd/123456789012345678901234567890"), "/abcd/123456789012345678901234567890");
-    EXPECT_EQ(Caption("grille-sans-dossier-au-nom-interminable.nx3"),
-              "grille-sans-dossier-au-nom-interminable.nx3");
-    EXPECT_EQ(Caption("/a"), "/a");
 }
 
 TEST_F(RecentFiles, AccentsCountAsOneCharacter) {
@@ -152,17 +137,6 @@ TEST_F(RecentFiles, SaveLeavesNoKeyOfALongerList) {
     EXPECT_EQ(ScriptedHost::ReadFile(file), "[Options]\r\nA=1\r\n[MRU]\r\n1=/b\r\n2=/a\r\n");
 }
 
-TEST_F(RecentFiles, ASavedListComesBackInItsOrder) {
-    Add({"/a", "/b,c", "/d e"});
-    list.Save(window, IniParamProcs::IniFilePath());
-    for (const int i : {3, 2, 1}) {
-        host.Expect(platform::MessageButton::Ok);
-        list.Delete(window, i);
-    }
-    list.Load(window, IniParamProcs::IniFilePath());
-    EXPECT_EQ(Paths(), (Texts{"/d e", "/b,c", "/a"}));
-}
-
 // ---- Files that have gone.
 
 TEST_F(RecentFiles, DeleteNamesTheFileAndClosesTheGap) {
@@ -184,16 +158,6 @@ TEST_F(RecentFiles, DeletingTheOnlyEntryHidesTheSeparator) {
     EXPECT_EQ(host.boxes.back().text, "/* ? /*");
     EXPECT_FALSE(SeparatorVisible());
     EXPECT_TRUE(Captions().empty());
-}
-
-TEST_F(RecentFiles, DeletingAnEntryThatIsNoneIsReportedAndChangesNothing) {
-    Add({"/a"});
-    for (const int index : {0, 2, -1}) {
-        host.Expect(platform::MessageButton::Ok);
-        list.Delete(window, index);
-        EXPECT_NE(host.boxes.back().text.find("Error Nr 9"), std::string::npos);
-    }
-    EXPECT_EQ(Paths(), Texts{"/a"});
 }
 
 }  // namespace

@@ -38,12 +38,6 @@ class LevelDialog : public testing::Test {
     ScriptedHost host;
 };
 
-TEST_F(LevelDialog, OffersMediumWhenNothingWasEverChosen) {
-    const wLevel dialog(nullptr);
-    EXPECT_EQ(Chosen(dialog), "Moyen");
-    EXPECT_FALSE(Child<QCheckBox>(dialog, "chkLevelAsk").isChecked());
-}
-
 TEST_F(LevelDialog, EachStoredLevelSelectsItsOwnOption) {
     for (const auto& [stored, caption] :
          {std::pair{"7", "Débutant"}, {"6", "Facile"}, {"5", "Moyen"}, {"4", "Difficile"}}) {
@@ -52,25 +46,12 @@ TEST_F(LevelDialog, EachStoredLevelSelectsItsOwnOption) {
     }
 }
 
-TEST_F(LevelDialog, AnyNumberButZeroTicksTheBox) {
-    WriteIniParam("Options", "LevelAsk", "2");
-    EXPECT_TRUE(Child<QCheckBox>(wLevel(nullptr), "chkLevelAsk").isChecked());
-}
-
 TEST_F(LevelDialog, OkWritesBothKeys) {
     wLevel dialog(nullptr);
     ChangeEverything(dialog);
     Press(dialog, 1);
     EXPECT_TRUE(dialog.Accepted());
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(Settings(), "1 4");
-}
-
-TEST_F(LevelDialog, ReturnKeyIsOk) {
-    wLevel dialog(nullptr);
-    ChangeEverything(dialog);
-    QTest::keyClick(&dialog, Qt::Key_Return);
-    EXPECT_TRUE(dialog.Accepted());
     EXPECT_EQ(Settings(), "1 4");
 }
 

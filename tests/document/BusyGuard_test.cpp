@@ -72,13 +72,6 @@ TEST_F(BusyRun, TheProgressWindowStaysAlive) {
     EXPECT_TRUE(RefusedWhileBusy()) << "cancelled, but still under way";
 }
 
-TEST_F(BusyRun, ItsCloseBoxCancelsToo) {
-    const BusyGuard run(&window);
-    Progress().close();
-    EXPECT_FALSE(run.StillVisible());
-    EXPECT_EQ(host.beeps, 0);
-}
-
 TEST_F(BusyRun, AQuestionOfTheRunCanBeAnswered) {
     const BusyGuard run(&window);
     QMessageBox question(QMessageBox::Question, "", "Continuer ?", QMessageBox::Yes | QMessageBox::No,

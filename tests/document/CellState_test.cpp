@@ -54,32 +54,11 @@ TEST(CellRecord, MaskCountsOnlyTheBitsOfTheNineDigits) {
     EXPECT_EQ(ErrorOf("0|0|1e10"), ErrorNumber::Overflow);
 }
 
-TEST(CellRecord, ApplyingAMaskReplacesTheOldExclusions) {
-    clsCell cell;
-    ApplyExclusionMask(cell, 1022);
-    ApplyExclusionMask(cell, 1 << 9);
-    EXPECT_EQ(ExclusionMask(cell), 512);
-}
-
 TEST(CellRecord, TooFewFieldsAreASubscriptError) {
     for (const char* record : {"", "7", "7|1"}) {
         EXPECT_EQ(ErrorOf(record), ErrorNumber::OutOfBounds) << record;
     }
     EXPECT_EQ(ErrorOf("7|1|0|more|fields"), 0);
-}
-
-TEST(CellRecord, WhatIsWrittenIsReadBack) {
-    clsCell cell;
-    cell.GridIndex(81);
-    cell.Value(7);
-    cell.Locked(true);
-    cell.Inhib(1, true);
-    cell.Inhib(9, true);
-    EXPECT_EQ(CellStateText(cell), "81|7|1|514");
-    const CellState state = ParseRecord(RecordText(cell));
-    EXPECT_EQ(state.value, 7);
-    EXPECT_TRUE(state.locked);
-    EXPECT_EQ(state.mask, 514);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QSignalSpy>
-#include <QTest>
 #include <memory>
 #include <string>
 
@@ -76,21 +75,7 @@ TEST_F(CellView, AValueHidesTheCandidatesUntilItGoes) {
     EXPECT_EQ(view->lblValue().text, "");
 }
 
-TEST_F(CellView, DigitsOutsideOneToNineAreIgnored) {
-    for (const int d : {0, 10, -1}) {
-        view->Mask(d, false);
-        EXPECT_FALSE(view->Mask(d));
-    }
-    EXPECT_EQ(Candidates(), "123456789");
-}
-
 // ---- The bound cell.
-
-TEST_F(CellView, AChangeOfTheModelShowsAtOnce) {
-    Cell().Value(8);
-    EXPECT_EQ(view->lblValue().text, "8");
-    EXPECT_EQ(Candidates(), "");
-}
 
 TEST_F(CellView, OnlyTheBoundCellIsListenedTo) {
     view->mCell(grid.Cells(1));
@@ -126,19 +111,6 @@ TEST_F(CellView, LockedAndOtherValuesHaveTheirOwnColours) {
     view->Locked(true);
     EXPECT_TRUE(Paints(Qt::red) && Paints(Qt::yellow));
     EXPECT_FALSE(Paints(Qt::blue));
-}
-
-TEST_F(CellView, EachOfTheFourNewColoursGoesToItsPlace) {
-    view->SetColors(Qt::white, Qt::cyan, Qt::magenta, Qt::black);
-    EXPECT_EQ(view->BackColor(), QColor(Qt::white));
-    EXPECT_EQ(view->lblValue().color, QColor(Qt::cyan));
-    EXPECT_EQ(view->lblMask(9).color, QColor(Qt::black));
-    view->Locked(true);
-    EXPECT_EQ(view->lblValue().color, QColor(Qt::magenta));
-    // Without a fourth one the candidates keep theirs.
-    view->SetColors(Qt::gray, Qt::blue, Qt::red);
-    EXPECT_EQ(view->lblValue().color, QColor(Qt::red));
-    EXPECT_EQ(view->lblMask(1).color, QColor(Qt::black));
 }
 
 TEST_F(CellView, TheNineCandidatesNeitherOverlapNorLeaveTheCell) {
@@ -194,14 +166,6 @@ TEST_F(CellView, KeysAreReportedByMeaningAndByTypedText) {
             EXPECT_EQ(typed[0][0].toInt(), press.typed);
         }
     }
-}
-
-TEST_F(CellView, AClickAnywhereInTheCellCounts) {
-    QSignalSpy clicks(view.get(), &ctrlCell::Click);
-    QTest::mouseClick(view.get(), Qt::LeftButton, {}, QPoint(1, 1));
-    QTest::mouseClick(view.get(), Qt::LeftButton, {}, QPoint(30, 30));
-    view->DoSelect();
-    EXPECT_EQ(clicks.size(), 3);
 }
 
 // ---- Assistive technology.

@@ -59,14 +59,6 @@ TEST_F(Engine, AGridWithoutASolutionHasNoWrongValues) {
     EXPECT_EQ(State(81), "5|0|0");
 }
 
-TEST_F(Engine, GivensThatClashAreNamed) {
-    Set(1, "2|1|0");
-    Set(9, "2|1|0");
-    host.Expect(MessageButton::Ok);
-    EXPECT_EQ(grid->TestGrid(), 0);
-    EXPECT_EQ(LastBox(), "Duplicate entry of Value 2 in Row 1, Column 1");
-}
-
 // ---- Solving.
 
 TEST_F(Engine, SolvingFillsTheGridFromItsGivens) {
@@ -128,28 +120,12 @@ TEST_F(Engine, AGeneratedGridShowsItsGivensAlone) {
     EXPECT_TRUE(grid->Grid()->Verified());
 }
 
-TEST_F(Engine, AGeneratedGridObeysTheModesOfTheProgram) {
-    frame.manual = true;
-    frame.hidden = true;
-    ASSERT_TRUE(Generate());
-    EXPECT_TRUE(grid->NoAutoMask());
-    for (int i = 1; i <= 81; ++i) EXPECT_TRUE(grid->ctrlCells(i).NoMask());
-}
-
 TEST_F(Engine, GivingUpAGenerationLeavesAnEmptyGrid) {
     Set(1, "5|1|36");
     WriteIniParam("Options", "ResolLoop", "-1");  // asks before the first attempt
     host.Expect(MessageButton::No);
     EXPECT_FALSE(Generate());
     for (int i = 1; i <= 81; ++i) EXPECT_EQ(State(i), "0|0|0") << i;
-}
-
-TEST_F(Engine, ABadLevelIsReportedAndEndsTheRun) {
-    WriteIniParam("Options", "LevelValue", "abc");
-    host.Expect(MessageButton::Ok);
-    EXPECT_FALSE(Generate());
-    EXPECT_TRUE(LastBox().starts_with("Error Nr 13")) << LastBox();
-    EXPECT_FALSE(BusyGuard::Active());
 }
 
 }  // namespace

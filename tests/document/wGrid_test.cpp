@@ -29,39 +29,6 @@ TEST_F(Grid, IsNamedAfterItsFileWithoutFolderAndExtension) {
     EXPECT_EQ(grid->windowTitle(), "a[*][*]b");
 }
 
-TEST_F(Grid, IsCompleteOnlyWithTheLastCell) {
-    for (int i = 1; i <= 80; ++i) Set(i, "9|0|0");
-    EXPECT_FALSE(grid->IsComplete());
-    Set(81, "9|0|0");
-    EXPECT_TRUE(grid->IsComplete());
-}
-
-TEST_F(Grid, HiddenMasksReachEveryCellWithTheNextUpdate) {
-    frame.hidden = true;
-    grid->UpdateGrid();
-    for (const int i : {1, 41, 81}) EXPECT_FALSE(grid->ctrlCells(i).Mask(5)) << i;
-    frame.hidden = false;
-    grid->UpdateGrid();
-    for (const int i : {1, 41, 81}) EXPECT_TRUE(grid->ctrlCells(i).Mask(5)) << i;
-}
-
-TEST_F(Grid, ManualMasksBringEveryCandidateBack) {
-    Set(1, "5|0|0");
-    grid->UpdateGrid();
-    EXPECT_FALSE(grid->ctrlCells(2).Mask(5));
-    grid->NoAutoMask(true);
-    EXPECT_TRUE(grid->ctrlCells(2).Mask(5));
-    EXPECT_FALSE(grid->ctrlCells(1).Mask(5));
-}
-
-TEST_F(Grid, ANewWindowObeysTheModesOfTheProgram) {
-    frame.hidden = true;
-    frame.manual = true;
-    const wGrid other(frame);
-    EXPECT_TRUE(other.ctrlCells(1).NoMask());
-    EXPECT_TRUE(other.NoAutoMask());
-}
-
 TEST_F(Grid, ACopyHasTheCellsAndItsOwnName) {
     grid->Path("/jeux/a.nx3");
     Set(1, "5|1|0");
@@ -143,23 +110,11 @@ TEST_F(Grid, OnlyDigitsAndDeleteEnterSomething) {
     EXPECT_EQ(frame.entered, (std::vector<int>{1, 9, 0, 5}));
 }
 
-TEST_F(Grid, ADigitGoesToTheCellThatHasTheKeyboard) {
-    grid->ctrlCells(7).setFocus();
-    QTest::keyClick(&grid->ctrlCells(7), Qt::Key_3);
-    EXPECT_EQ(frame.cell, &grid->ctrlCells(7));
-    EXPECT_EQ(frame.entered, std::vector<int>{3});
-}
-
 TEST_F(Grid, ArrowsNeverMoveInAnotherWindowsCell) {
     wGrid other(frame);
     other.ctrlCells(41).DoSelect();
     QTest::keyClick(&grid->ctrlCells(7), Qt::Key_Right);
     EXPECT_EQ(frame.cell, &grid->ctrlCells(7));
-}
-
-TEST_F(Grid, ACellNumberThatIsNoneIsRefused) {
-    EXPECT_ANY_THROW(grid->ctrlCells(0));
-    EXPECT_ANY_THROW(grid->ctrlCells(82));
 }
 
 // ---- Closing.
@@ -193,13 +148,6 @@ TEST_F(Closing, CancelKeepsTheWindow) {
     EXPECT_EQ(State(1), "5|0|0");
 }
 
-TEST_F(Closing, NoWritesNothing) {
-    grid->Path(QString::fromStdString(file));
-    host.Expect(MessageButton::No);
-    EXPECT_TRUE(Close());
-    EXPECT_FALSE(std::filesystem::exists(file));
-}
-
 TEST_F(Closing, YesSavesToTheGridsOwnFile) {
     grid->Path(QString::fromStdString(file));
     host.Expect(MessageButton::Yes);
@@ -229,11 +177,6 @@ TEST_F(Closing, AFailedSaveKeepsTheWindow) {
     EXPECT_FALSE(Close());
     EXPECT_TRUE(LastBox().starts_with("Error Nr 75")) << LastBox();
     EXPECT_EQ(State(1), "5|0|0");
-}
-
-TEST_F(Closing, ADiscardedGridIsNotAskedAbout) {
-    grid->Discard();
-    EXPECT_TRUE(Close());
 }
 
 }  // namespace

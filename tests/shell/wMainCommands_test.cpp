@@ -82,14 +82,6 @@ TEST_F(Commands, NewGridsNeverReuseANumber) {
     EXPECT_FALSE(Active().Grid()->Modified());
 }
 
-TEST_F(Commands, ANewGridStartsInInitialisationMode) {
-    Run("mnuFileNew");
-    EXPECT_TRUE(main->InitialisationMode());
-    // A second one leaves it on.
-    Run("mnuFileNew");
-    EXPECT_TRUE(main->InitialisationMode() && Tool("mnuGridConfig").isChecked());
-}
-
 TEST_F(Commands, AGeneratedGridIsShownAndLeavesInitialisationMode) {
     Setting("Options", "LevelAsk", "1");
     Run("mnuFileNew");
@@ -127,15 +119,6 @@ TEST_F(Commands, ACancelledGenerationIsReportedAndThrownAway) {
     EXPECT_TRUE(Captions().empty());
     EXPECT_FALSE(main->InitialisationMode());
     EXPECT_EQ(main->findChild<wCancel*>(), nullptr);
-}
-
-TEST_F(Commands, ADeclinedGenerationIsThrownAwaySilently) {
-    Setting("Options", "LevelAsk", "1");
-    Setting("Options", "ResolLoop", "-1");  // asks before the first attempt
-    host.Expect(MessageButton::No);
-    Run("mnuFileCreate");
-    EXPECT_EQ(host.boxes.size(), 1U);
-    EXPECT_TRUE(Captions().empty());
 }
 
 // ---- Modes.
@@ -268,11 +251,6 @@ TEST_F(Commands, SolvingWaitsForAnOk) {
     host.Expect(MessageButton::Ok);
     Run("mnuHelpSolve");
     EXPECT_EQ(State(1) + " " + State(9), "1|0|0 9|0|0");
-}
-
-TEST_F(Commands, HelpOpensTheFileBesideTheProgram) {
-    Run("mnuHelpHelp");
-    EXPECT_EQ(host.helpCalls, Texts{"contents " + host.PathOf("Ninarix.chm")});
 }
 
 }  // namespace

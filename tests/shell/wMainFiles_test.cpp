@@ -61,12 +61,6 @@ TEST_F(Files, AnOpenedFileIsShownAndRemembered) {
     EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
 }
 
-TEST_F(Files, ACancelledDialogChangesNothing) {
-    OpenWithDialog("");
-    EXPECT_TRUE(Captions().empty() && RecentFiles().empty() && host.boxes.empty());
-    EXPECT_EQ(Setting("Files", "LastOpened"), "none");
-}
-
 TEST_F(Files, AFileThatCannotBeReadIsReportedAndLeavesNoWindow) {
     Run("mnuFileNew");
     const std::pair<std::string, const char*> files[] = {
@@ -120,12 +114,6 @@ TEST_F(Files, EveryWindowOfAFileIsAskedAbout) {
     host.Expect(MessageButton::Ok);
     EXPECT_TRUE(Open(file));
     EXPECT_EQ(Captions(), Texts{"a"});
-}
-
-TEST_F(Files, OtherLetterCaseIsAnotherFile) {
-    Open(GridFile("a.nx3"));
-    EXPECT_TRUE(Open(GridFile("A.nx3")));
-    EXPECT_EQ(Captions(), (Texts{"a", "A"}));
 }
 
 // ---- Recent files.
@@ -222,16 +210,6 @@ TEST_F(Files, DroppedFilesAreOpenedInOrderAfterTheDrop) {
     ServeEvents();
     EXPECT_EQ(Captions(), (Texts{"c", "a", "b"}));
     EXPECT_TRUE(RecentFiles().empty());
-}
-
-TEST_F(Files, ADroppedFileThatIsOpenIsAskedAboutAndTheOthersFollow) {
-    Open(GridFile("a.nx3"));
-    QMimeData data;
-    data.setUrls(Urls({host.PathOf("a.nx3"), GridFile("b.nx3")}));
-    host.Expect(MessageButton::Cancel);
-    EXPECT_TRUE(Drop(data));
-    ServeEvents();
-    EXPECT_EQ(Captions(), (Texts{"a", "b"}));
 }
 
 TEST_F(Files, WhatHoldsNoFileIsRefused) {

@@ -78,15 +78,6 @@ TEST_F(PaletteTest, OnlyAllowedDigitsCanBeEntered) {
     EXPECT_TRUE(ClearButtonsEnabled());
 }
 
-TEST_F(PaletteTest, TheValueOfTheCellIsMarkedThoughItCannotBeEnteredAgain) {
-    Set(1, "7|0|0");
-    EXPECT_EQ(Values(),
-              "oooooo"
-              "a"
-              "oo");
-    EXPECT_EQ(Masks(), "AAAAAA.AA");
-}
-
 TEST_F(PaletteTest, AGivenHasNoColoursButItsMasksStayEnabled) {
     Set(9, "5|0|0");
     Set(1, "7|1|8");
@@ -103,13 +94,6 @@ TEST_F(PaletteTest, HiddenMasksLeaveOnlyTheValues) {
     Run("mnuGridHelpNone");
     EXPECT_EQ(Masks(), "oooo.o.oo");
     EXPECT_TRUE(ClearButtonsEnabled());
-}
-
-TEST_F(PaletteTest, AnotherCellShowsItsOwnState) {
-    Set(1, "0|0|1022");
-    EXPECT_EQ(Masks(), "XXXXXXXXX");
-    QTest::mouseClick(&Active().ctrlCells(2), Qt::LeftButton);
-    EXPECT_EQ(Masks(), "AAAAAAAAA");
 }
 
 // ---- Values.
@@ -145,13 +129,6 @@ TEST_F(PaletteTest, InitialisationModeLocksWhatIsTypedAndUnlocksWhatIsCleared) {
     EXPECT_EQ(State(1), "6|1|0");
     main->cmdValue_Click(0);
     EXPECT_EQ(State(1), "0|0|0");
-}
-
-TEST_F(PaletteTest, ClearingAnEmptyCellIsNeverRefused) {
-    Set(1, "0|0|1022");
-    main->cmdValue_Click(0);
-    EXPECT_EQ(host.beeps, 0);
-    EXPECT_EQ(State(1), "0|0|1022");
 }
 
 TEST_F(PaletteTest, EveryEntryUpdatesCandidatesPaletteAndHistory) {
@@ -198,21 +175,6 @@ TEST_F(PaletteTest, AnExclusionIsToggledAndAllAreClearedTogether) {
     Run("mnuEditUndo");
     EXPECT_EQ(State(1), "0|0|516");
     EXPECT_EQ(Masks(), "AXAAAAAAX");
-}
-
-TEST_F(PaletteTest, AChangeGoesIntoTheHistoryOfItsOwnGrid) {
-    ctrlCell* first = main->Cell();
-    Run("mnuFileNew");
-    main->Cell(first);  // still the current cell, in a window that is not in front
-    main->cmdMask_Click(3);
-    main->cmdValue_Click(4);
-    Activate(1);
-    Active().ctrlCells(1).DoSelect();
-    ExpectNoHistory();
-    Activate(0);
-    Run("mnuEditUndo");
-    Run("mnuEditUndo");
-    EXPECT_EQ(State(1), "0|0|0");
 }
 
 }  // namespace

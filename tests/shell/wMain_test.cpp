@@ -30,17 +30,10 @@ TEST_F(StartUp, AQuotedNameIsOpenedWithoutItsQuotes) {
     EXPECT_TRUE(RecentFiles().empty());
 }
 
-TEST_F(StartUp, ANameWithBlanksIsOneName) {
-    host.commandLine = GridFile("ma grille.nx3");
-    Start();
-    EXPECT_EQ(Captions(), Texts{"ma grille"});
-    EXPECT_EQ(State(1), "7|1|0");
-}
-
 TEST_F(StartUp, ASingleQuoteBelongsToTheName) {
-    host.commandLine = GridFile("fin\"");
+    host.commandLine = GridFile("ma fin\"");
     Start();
-    EXPECT_EQ(Captions(), Texts{"fin\""});
+    EXPECT_EQ(Captions(), Texts{"ma fin\""});
     for (const std::string& line : {'"' + GridFile("a.nx3"), std::string("\"")}) {
         host.commandLine = line;
         host.Expect(MessageButton::Ok);
@@ -219,22 +212,6 @@ TEST_F(Shutdown, ACancelAtTheSecondOfThreeKeepsAll) {
     Quit();
     EXPECT_FALSE(main->isVisible());
     EXPECT_EQ(host.boxes.size(), 5U);
-}
-
-TEST_F(Shutdown, AFailedSaveKeepsTheProgram) {
-    MakeModifiedGrids(1);
-    host.Expect(MessageButton::Yes);
-    host.ExpectFile(host.PathOf("absent/a.nx3"));
-    host.Expect(MessageButton::Ok);
-    Quit();
-    EXPECT_TRUE(main->isVisible());
-    EXPECT_EQ(State(1), "5|1|0");
-}
-
-TEST_F(Shutdown, AsksNothingWithoutChanges) {
-    Run("mnuFileNew");
-    Quit();
-    EXPECT_FALSE(main->isVisible());
 }
 
 }  // namespace
