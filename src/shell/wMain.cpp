@@ -65,7 +65,8 @@ wMain::wMain() : area_(new QMdiArea(this)) {
 }
 
 wMain::~wMain() {
-    // Grid windows reach for this window while they go; they go first.
+    // Grid windows reach for this window while they go; they go first, and nothing is laid out for them then.
+    area_->viewport()->removeEventFilter(this);
     delete area_;
 }
 
