@@ -44,7 +44,12 @@ bool WaitInWindow(QProcess& process, std::chrono::milliseconds bound, QWidget* o
     return !window.wasCanceled();
 }
 
-// A process that is still running at the end is killed.
+void EndTool(QProcess& process) {
+    if (process.state() == QProcess::NotRunning) return;
+    process.kill();
+    process.waitForFinished(1000);
+}
+
 ToolAnswer RunTool(const QString& program, const QStringList& arguments, const QByteArray& input,
                    std::chrono::milliseconds bound, QWidget* owner) {
     // Shorter than anybody notices, longer than a healthy print system takes.
@@ -60,7 +65,10 @@ ToolAnswer RunTool(const QString& program, const QStringList& arguments, const Q
         process.state() != QProcess::NotRunning) {
         if (!WaitInWindow(process, bound - first, owner)) answer.outcome = PrintSystem::Outcome::Cancelled;
     }
-    if (process.state() != QProcess::NotRunning || process.error() == QProcess::FailedToStart) return answer;
+    if (process.state() != QProcess::NotRunning || process.error() == QProcess::FailedToStart) {
+        EndTool(process);
+        return answer;
+    }
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) {
         answer.outcome = PrintSystem::Outcome::Accepted;
     }
@@ -104,13 +112,14 @@ PrinterQuery::PrinterQuery(std::chrono::milliseconds bound) {
 }
 
 PrinterQuery::~PrinterQuery() {
-    process_.disconnect(this);  // it ends now, which is no answer
+    process_.disconnect(this);  // its end is no answer any more
+    EndTool(process_);
 }
 
 void PrinterQuery::Answer() {
     if (answered_) return;
     answered_ = true;
-    process_.kill();
+    EndTool(process_);
     emit Answered(ParsePrinters(QString::fromUtf8(process_.readAllStandardOutput())));
 }
 
