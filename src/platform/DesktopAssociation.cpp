@@ -263,9 +263,10 @@ void DesktopAssociation::PublishIcons() const {
     if (!icons_) return;
     const fs::path theme = folders_.own + "/icons/hicolor";
     for (const IconFile& icon : icons_()) {
+        const bool drawing = icon.size == 0;
         const std::string size = std::to_string(icon.size);
-        const fs::path folder = theme / (icon.size == 0 ? "scalable" : size + "x" + size) / "apps";
-        WritePublished(folder / (icon.size == 0 ? "ninarix.svg" : "ninarix.png"), icon.bytes);
+        const fs::path folder = theme / (drawing ? "scalable" : std::string(size).append("x").append(size));
+        WritePublished(folder / "apps" / (drawing ? "ninarix.svg" : "ninarix.png"), icon.bytes);
     }
     // A changed theme folder is what makes desktops drop the cache they have of it.
     std::error_code ignored;
