@@ -15,6 +15,7 @@
 #include "platform/qt/AssociationIcons.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/help/QtHelpViewer.h"
 
 namespace platform_qt {
 
@@ -91,19 +92,6 @@ class QtColourDialogs : public platform::ColourDialogs {
     }
 };
 
-class MissingHelp : public platform::HelpViewer {
-  public:
-    explicit MissingHelp(platform::MessageBoxes& messages) : messages_(messages) {}
-    void ShowContents(const std::string& /*helpFile*/) override { Report(); }
-    void ShowTopic(const std::string& /*helpFile*/, int /*helpContext*/) override { Report(); }
-
-  private:
-    void Report() {
-        messages_.Show("Fichier d'aide introuvable ou endommagé.", platform::MessageStyle::Exclamation);
-    }
-    platform::MessageBoxes& messages_;
-};
-
 class QtApplication : public platform::Application {
   public:
     std::string ProgramFolder() const override { return ToUtf8(QCoreApplication::applicationDirPath()); }
@@ -137,7 +125,7 @@ struct QtHost::Parts {
     SteadyClock clock;
     ClockSeeds seeds;
     QtFileDialogs files;
-    MissingHelp help{messages};
+    QtHelpViewer help{messages};
     QtApplication application;
     QtColourDialogs colours;
     const platform::DesktopFolders folders = platform::DesktopFolders::OfEnvironment();
