@@ -1,5 +1,6 @@
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "engine/Global.h"

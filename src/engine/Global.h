@@ -73,7 +73,8 @@ using platform::ProgressWindow;
 // Names the window of the coming runs; borrowed. Without one (null) a run cannot be cancelled.
 void UseProgressWindow(ProgressWindow* window);
 
-// Solves the puzzle range into the working range; see SolveFromRanges. Both must outlive the call.
+// Solves the puzzle range into the working range; see SolveFromRanges. Both are borrowed: the routines below
+// that take no range work on those of the last Solve or CreateGrid, which must still live.
 void Solve(RangeClass& puzzle, RangeClass& working);
 
 // Attempts from the givens (texts of the puzzle range) until one ends. False only when the user declined to

@@ -1,4 +1,5 @@
 #include <chrono>
+#include <string>
 
 #include "engine/Global.h"
 #include "engine/RangeClass.h"

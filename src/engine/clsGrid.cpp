@@ -1,6 +1,7 @@
 #include "engine/clsGrid.h"
 
 #include <algorithm>
+#include <string>
 
 #include "diagnostics/ErrorHandling.h"
 #include "engine/Global.h"
