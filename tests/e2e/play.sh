@@ -16,10 +16,13 @@ cleanup() {
     rm -rf "$box"
 }
 trap cleanup EXIT
+trap 'printf "FAILED: line %s: %s\n" "$LINENO" "$BASH_COMMAND" >&2' ERR
 
 export HOME=$box/home XDG_RUNTIME_DIR=$box/run XDG_CONFIG_HOME=$box/home/.config XDG_DATA_HOME=$box/home/.local
 export QT_QPA_PLATFORM=xcb QT_STYLE_OVERRIDE=fusion QT_SCALE_FACTOR=1 LC_ALL=C.UTF-8
-unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORMTHEME || true
+# No session bus, and none started for the occasion either.
+export DBUS_SESSION_BUS_ADDRESS=disabled:
+unset WAYLAND_DISPLAY QT_QPA_PLATFORMTHEME || true
 mkdir -p "$HOME" "$XDG_RUNTIME_DIR" "$box/app"
 chmod 700 "$XDG_RUNTIME_DIR"
 cp "$program" "$box/app/Ninarix"
@@ -63,10 +66,16 @@ start() {
     pids+=("$app")
 }
 
+# X and Y of the active window. A window may go while it is asked about; then it is asked again.
+locate() {
+    local id place
+    id=$(xdotool getactivewindow 2>/dev/null) && place=$(xdotool getwindowgeometry --shell "$id" 2>/dev/null) || return 1
+    eval "$place"
+}
+
 # click X Y: relative to the main window's client area.
 click() {
-    local WINDOW X Y WIDTH HEIGHT SCREEN
-    eval "$(xdotool getwindowgeometry --shell "$(xdotool getactivewindow)")"
+    until_true 'the active window has a place' locate
     xdotool mousemove $((X + $1)) $((Y + $2)) click 1
 }
 # The middle of a cell, of a palette button, in the window's first size.
@@ -231,7 +240,7 @@ title Ninarix
 source_pid=$!
 pids+=("$source_pid")
 title 'drag source'
-eval "$(xdotool getwindowgeometry --shell "$(xdotool getactivewindow)")"
+until_true 'the drag source has a place' locate
 xdotool mousemove $((X + 100)) $((Y + 100)) mousedown 1
 step=0
 accepted() {
@@ -244,7 +253,11 @@ xdotool mouseup 1
 main_title() { xdotool search --onlyvisible --name "^$1\$" >/dev/null 2>&1; }
 until_true 'both dropped files are open' main_title 'Ninarix - branch'
 kill "$source_pid"
-xdotool windowactivate "$(xdotool search --onlyvisible --name '^Ninarix - branch$' | head -1)"
+activate() {
+    local ids
+    ids=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null) && xdotool windowactivate "${ids%%$'\n'*}" 2>/dev/null
+}
+until_true 'the main window comes to the front' activate 'Ninarix - branch'
 title 'Ninarix - branch'
 key ctrl+w
 title 'Ninarix - puzzle'
