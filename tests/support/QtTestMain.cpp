@@ -1,7 +1,5 @@
-#include <QAccessible>
 #include <QApplication>
 #include <QFont>
-#include <QIcon>
 #include <QStyleFactory>
 #include <gtest/gtest.h>
 
