@@ -110,6 +110,7 @@ void ctrlCell::Locked(bool locked) {
     if (cell_) cell_->Locked(locked);
     lblValue_.color = locked ? lockedColor_ : unlockedColor_;
     update();
+    if (!lblValue_.text.isEmpty()) AnnounceCellChange(*this);
 }
 
 bool ctrlCell::Mask(int d) const {

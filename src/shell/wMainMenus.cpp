@@ -172,7 +172,6 @@ void wMain::BuildToolbar() {
         button->setCheckable(IsMode(key));
         connect(button, &QAction::triggered, this, [this, button, key] {
             Trap("wMain", "tbrTools_ButtonClick", [&] {
-                if (button->isCheckable()) button->setChecked(!button->isChecked());
                 RunByName(*this, key);
             });
         });

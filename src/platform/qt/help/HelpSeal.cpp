@@ -22,7 +22,7 @@ QByteArray DigestAround(const QByteArray& file, qsizetype place) {
 qsizetype PlaceOfDigest(const QByteArray& file) {
     const qsizetype start = file.indexOf(sealStart);
     if (start < 0) return -1;
-    const qsizetype place = start + qstrlen(sealStart);
+    const qsizetype place = start + static_cast<qsizetype>(qstrlen(sealStart));
     return place + digestLength <= file.size() ? place : -1;
 }
 
