@@ -56,9 +56,9 @@ class Page {
     double LineMiddle(int k) const { return layout_.thickLine * unitsPerMm / 2 + k * pitch_; }
 
     void PaintLines(int k, double millimetres) const {
-        // On a screen a line of less than a pixel would be too pale to see.
-        const double onePixel = 1 / painter_.deviceTransform().m11();
-        const double width = std::max(millimetres * unitsPerMm, onePixel);
+        // On a screen a line of much less than a pixel would be too pale to see.
+        const double halfPixel = 0.5 / painter_.deviceTransform().m11();
+        const double width = std::max(millimetres * unitsPerMm, halfPixel);
         const double start = std::clamp(LineMiddle(k) - width / 2, 0.0, frame_.width() - width);
         painter_.fillRect(QRectF(frame_.left() + start, frame_.top(), width, frame_.height()), Ink(2));
         painter_.fillRect(QRectF(frame_.left(), frame_.top() + start, frame_.width(), width), Ink(2));

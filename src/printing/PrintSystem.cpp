@@ -76,13 +76,13 @@ ToolAnswer RunTool(const QString& program, const QStringList& arguments, const Q
     return answer;
 }
 
-// Only a plain "no" counts: a printer that the network announces has no state yet.
-bool Refuses(const QString& state, const QString& printer) {
+// A stopped printer would keep the job for some later day. Only a plain "no" counts: a printer that the
+// network announces has no state yet. One that rejects jobs says so itself.
+bool IsStopped(const QString& state, const QString& printer) {
     const QStringList lines = state.split(QLatin1Char('\n'));
-    return std::any_of(lines.begin(), lines.end(), [&](const QString& line) {
-        return line.startsWith(printer + QLatin1String(" not accepting requests")) ||
-               line.startsWith(QStringLiteral("printer %1 disabled").arg(printer));
-    });
+    const QString stopped = QStringLiteral("printer %1 disabled").arg(printer);
+    return std::any_of(lines.begin(), lines.end(),
+                       [&](const QString& line) { return line.startsWith(stopped); });
 }
 
 PrintSystem::Printers ParsePrinters(const QString& text) {
@@ -128,11 +128,10 @@ Outcome Send(const QString& printer, const QString& title, const QByteArray& pdf
     QElapsedTimer clock;
     clock.start();
     const ToolAnswer state =
-        RunTool(QStringLiteral("lpstat"), {QStringLiteral("-a"), printer, QStringLiteral("-p"), printer}, {},
-                bound, owner);
+        RunTool(QStringLiteral("lpstat"), {QStringLiteral("-p"), printer}, {}, bound, owner);
     if (state.outcome == Outcome::Cancelled) return state.outcome;
     const auto left = bound - std::chrono::milliseconds(clock.elapsed());
-    if (left <= 0ms || Refuses(state.text, printer)) return Outcome::Failed;
+    if (left <= 0ms || IsStopped(state.text, printer)) return Outcome::Failed;
     // The page is already as large as the paper: nothing may scale it.
     return RunTool(QStringLiteral("lp"),
                    {QStringLiteral("-d"), printer, QStringLiteral("-t"), title, QStringLiteral("-o"),

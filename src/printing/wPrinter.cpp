@@ -77,7 +77,6 @@ wPrinter::wPrinter(const PrintedGrid& grid, QWidget* owner)
     : QDialog(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       cboPrinter_(new QComboBox(this)),
       optOrientation_(new QButtonGroup(this)),
-      chkBlackWhite_(new QCheckBox(QStringLiteral("Imprimer en noir et blanc"), this)),
       preview_(new PagePreview(grid, this)),
       query_(std::make_unique<PrintSystem::PrinterQuery>()) {
     setObjectName(QStringLiteral("wPrinter"));
@@ -126,6 +125,7 @@ QWidget* wPrinter::BuildChoices() {
         layout->addWidget(option);
     }
     layout->addSpacing(12);
+    chkBlackWhite_ = new QCheckBox(QStringLiteral("Imprimer en noir et blanc"), choices);
     chkBlackWhite_->setObjectName(QStringLiteral("chkBlackWhite"));
     layout->addWidget(chkBlackWhite_);
     return choices;

@@ -50,7 +50,7 @@ class wPrinter : public QDialog {
 
     QComboBox* cboPrinter_;
     QButtonGroup* optOrientation_;  // 1 "Paysage", 0 "Portrait"
-    QCheckBox* chkBlackWhite_;
+    QCheckBox* chkBlackWhite_ = nullptr;
     PagePreview* preview_;
     std::unique_ptr<PrintSystem::PrinterQuery> query_;
     bool neverChosen_ = true;  // no printer is stored: the system's own comes first

@@ -36,13 +36,14 @@ TEST_F(Layout, AMarginThatPushesTheGridOffThePaperCentresIt) {
 
 TEST_F(Layout, NoMeasureEmptiesThePageOrLeavesThePaper) {
     for (const char* size : {"0", "1e-300", "209.9", "211", "1e300"}) {
-        for (const char* margin : {"0", "150", "1e300"}) {
+        for (const char* margin : {"0", "87", "150", "177", "1e300"}) {
             for (const bool landscape : {false, true}) {
                 const PageLayout page = Page(margin, margin, size, landscape);
                 EXPECT_TRUE(QRectF(QPointF(), page.paper).contains(page.grid)) << size << " " << margin;
                 EXPECT_GE(page.grid.width(), 10) << size << " " << margin;
                 EXPECT_LT(page.thickLine, page.grid.width() / 50) << size << " " << margin;
                 EXPECT_FALSE(page.footer.intersects(page.grid)) << size << " " << margin;
+                EXPECT_LE(page.footer.bottom(), page.paper.height()) << size << " " << margin;
             }
         }
     }

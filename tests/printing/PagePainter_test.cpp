@@ -131,6 +131,8 @@ TEST_F(PageOnPaper, InkIsTheColourTablesOrBlackOnWhite) {
         EXPECT_TRUE(found.contains(color)) << std::hex << color;
     }
     ink.blackAndWhite = true;
+    Make({}, Page("", false), ink);
+    EXPECT_EQ(Raster(100).pixelColor(200, 80), QColor(Qt::white));  // within the first cell
     for (const QRgb color : colors()) EXPECT_EQ(color, qRgb(qRed(color), qRed(color), qRed(color)));
 }
 
