@@ -171,9 +171,7 @@ void wMain::BuildToolbar() {
         button->setToolTip(text);
         button->setCheckable(IsMode(key));
         connect(button, &QAction::triggered, this, [this, button, key] {
-            Trap("wMain", "tbrTools_ButtonClick", [&] {
-                RunByName(*this, key);
-            });
+            Trap("wMain", "tbrTools_ButtonClick", [&] { RunByName(*this, key); });
         });
     }
 }
