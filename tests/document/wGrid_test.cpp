@@ -1,6 +1,10 @@
 #include "document/wGrid.h"
 
+#include <QComboBox>
+#include <QProcess>
+#include <QPushButton>
 #include <QTest>
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -60,6 +64,28 @@ TEST_F(Grid, ReinitAsksThenKeepsOnlyTheGivens) {
     grid->Reinit();
     EXPECT_EQ(State(1) + " " + State(2) + " " + State(3), "5|1|4 0|0|0 0|0|0");
     EXPECT_TRUE(Cell(9).Avail(6));
+}
+
+TEST_F(Grid, PrintsTheCandidatesThatItShows) {
+    const std::string page = host.PathOf("page.pdf");
+    const auto digitsOnPaper = [&] {
+        host.ExpectFile(page);
+        InNextDialog([](QWidget& dialog) {
+            Child<QComboBox>(dialog, "cboPrinter").setCurrentText("Fichier PDF");
+            Child<QPushButton>(dialog, "cmdCommands(1)").click();
+        });
+        grid->PrintGrid();
+        QProcess reader;
+        reader.start("pdftotext", {QString::fromStdString(page), "-"});
+        EXPECT_TRUE(reader.waitForFinished());
+        const QByteArray text = reader.readAllStandardOutput();
+        return std::count_if(text.begin(), text.end(), [](char c) { return c >= '1' && c <= '9'; });
+    };
+    SetPuzzle(1, 2);  // one candidate in each of the two cells that stay empty
+    EXPECT_EQ(digitsOnPaper(), 81);
+    frame.hidden = true;
+    grid->UpdateGrid();
+    EXPECT_EQ(digitsOnPaper(), 79);
 }
 
 // ---- Selection and keys.
