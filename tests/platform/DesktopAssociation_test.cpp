@@ -127,6 +127,8 @@ TEST_F(Desktop, OpensGridFilesWithTheProgramUntilItIsUninstalled) {
     Publish(MakeProgram("Ninarix"));
     EXPECT_EQ(Run("xdg-mime query filetype " + Quoted(file)), ownType);
     EXPECT_EQ(Run("xdg-mime query default " + ownType), "ninarix.desktop");
+    // Without the cache only this one tool would still find the program.
+    EXPECT_EQ(Run("grep -c ninarix " + Quoted(data + "/applications/mimeinfo.cache")), "1");
     Run("xdg-open " + Quoted(file));
     EXPECT_EQ(NextCall(), "1:" + file);
     EXPECT_EQ(association.OtherOwner("nx3"), "") << "its own type looks like somebody else's";
