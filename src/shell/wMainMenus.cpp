@@ -170,9 +170,8 @@ void wMain::BuildToolbar() {
         button->setObjectName(QStringLiteral("tbrTools(%1)").arg(key));
         button->setToolTip(text);
         button->setCheckable(IsMode(key));
-        connect(button, &QAction::triggered, this, [this, button, key] {
-            Trap("wMain", "tbrTools_ButtonClick", [&] { RunByName(*this, key); });
-        });
+        connect(button, &QAction::triggered, this,
+                [this, key] { Trap("wMain", "tbrTools_ButtonClick", [&] { RunByName(*this, key); }); });
     }
 }
 
