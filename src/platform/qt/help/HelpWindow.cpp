@@ -205,13 +205,14 @@ void HelpWindow::ShowBeside(QWidget* modal) {
 // A window that belongs to a modal one is not blocked by it. A message box stands in for the whole program,
 // whose runs leave nothing but modal windows alive: there the help is modal itself.
 void HelpWindow::BelongTo(QWidget* modal) {
-    const QRect place = geometry();
-    const bool placed = testAttribute(Qt::WA_Moved);
+    const bool wasVisible = isVisible();
+    const QPoint place = pos();
     if (modal_) modal_->removeEventFilter(this);
     modal_ = modal;
     setParent(modal, Qt::Window);
     setWindowModality(qobject_cast<QMessageBox*>(modal) ? Qt::WindowModal : Qt::NonModal);
-    if (placed) setGeometry(place);
+    // Otherwise the window manager finds a new place for it.
+    if (wasVisible) move(place);
     if (modal) modal->installEventFilter(this);
 }
 

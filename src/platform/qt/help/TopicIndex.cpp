@@ -51,7 +51,7 @@ QString TopicIndex::Fold(const QString& text) {
 QStringList TopicIndex::Words(const QString& typed) {
     static const QRegularExpression between(QStringLiteral(R"([^\w+]+)"),
                                             QRegularExpression::UseUnicodePropertiesOption);
-    return Fold(typed).split(between, Qt::SkipEmptyParts);
+    return Fold(typed.normalized(QString::NormalizationForm_C)).split(between, Qt::SkipEmptyParts);
 }
 
 qsizetype TopicIndex::Next(const QString& text, const QString& word, qsizetype from) {

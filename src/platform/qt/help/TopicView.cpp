@@ -40,10 +40,7 @@ bool TopicView::Show(const QString& object) {
     QUrl url;
     url.setScheme(TopicScheme());
     url.setPath(object);
-    const bool sameTopic = url == source();
     setSource(url);
-    // The browser loads a page that it shows already only when told to.
-    if (sameTopic) reload();
     return true;
 }
 
