@@ -86,8 +86,10 @@ class Page {
         painter_.setPen(Ink(6));
         for (int d = 1; d <= 9; ++d) {
             if (!cell.candidates.test(static_cast<std::size_t>(d))) continue;
-            const double left = place.left() + stepX * ((d - 1) % 3 + 1) - label.width();
-            const double top = place.top() + stepY * ((d - 1) / 3 + 1) - label.height();
+            const int column = (d - 1) % 3;
+            const int row = (d - 1) / 3;
+            const double left = place.left() + stepX * (column + 1) - label.width();
+            const double top = place.top() + stepY * (row + 1) - label.height();
             painter_.drawText(QRectF(QPointF(left, top), label), Qt::AlignCenter | Qt::TextDontClip,
                               QString::number(d));
         }
