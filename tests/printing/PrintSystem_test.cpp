@@ -122,12 +122,6 @@ TEST_F(Commands, ThatAreMissingMeanNoPrinterAndAFailure) {
     EXPECT_EQ(PrintSystem::Send("Bureau", "Titre", "x", nullptr), Outcome::Failed);
 }
 
-TEST_F(Commands, ThatDieMidwayAreAFailure) {
-    commands.Set("lpstat", "exit 0");
-    commands.Set("lp", "head -c 10 >/dev/null; kill -9 $$");
-    EXPECT_EQ(PrintSystem::Send("Bureau", "Titre", QByteArray(1000000, 'x'), nullptr), Outcome::Failed);
-}
-
 TEST_F(Commands, ThatLastCanBeLeft) {
     commands.Set("lpstat", "exit 0");
     commands.Set("lp", PrintCommands::Hangs);

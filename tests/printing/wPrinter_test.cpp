@@ -55,8 +55,6 @@ TEST_F(PrinterDialog, KeepsThePrinterOfTheLastTimeWhileItExists) {
     EXPECT_EQ(Answered(dialog), "Bureau,Salon,Fichier PDF > Bureau");
     WriteIniParam("Impression", "Printer", "Cave");
     EXPECT_EQ(Answered(wPrinter(MixedGrid(), nullptr)), "Bureau,Salon,Fichier PDF > Salon");
-    WriteIniParam("Impression", "Printer", "Fichier PDF");
-    EXPECT_EQ(Answered(wPrinter(MixedGrid(), nullptr)), "Bureau,Salon,Fichier PDF > Fichier PDF");
 }
 
 TEST_F(PrinterDialog, AnAnswerDoesNotUndoTheUsersChoice) {
