@@ -87,6 +87,7 @@ platform::MessageButton QtMessageBoxes::Show(std::string_view text, int style, i
     box.setText(FromUtf8(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n'));
     const std::vector<Choice> choices = ChoicesOf(style);
     std::vector<QPushButton*> buttons;
+    buttons.reserve(choices.size());
     for (const Choice& choice : choices) buttons.push_back(box.addButton(choice.caption, choice.role));
     const std::size_t defaultIndex = static_cast<unsigned>(style >> 8) & 3U;
     if (defaultIndex < buttons.size()) box.setDefaultButton(buttons[defaultIndex]);
