@@ -6,26 +6,37 @@
 
 class clsCell;
 
-// What undo and grid files keep of a cell. The exclusion mask is the sum of 2^d over the excluded digits d
-// (1..9); other bits are ignored.
+// What the history and grid files keep of a cell. The exclusion mask is the sum of 2^d over the excluded
+// digits d, 1..9; no other bit is ever set.
 struct CellState {
     std::uint8_t value = 0;
     bool locked = false;
-    std::int32_t mask = 0;
+    std::uint16_t mask = 0;
+
+    bool operator==(const CellState&) const = default;
 };
 
-int ExclusionMask(const clsCell& cell);
-// Replaces all nine exclusions.
-void ApplyExclusionMask(clsCell& cell, std::int32_t mask);
+CellState StateOf(const clsCell& cell);
+// Puts the cell into this state. Its listener hears of it once, when all of it is there.
+void ApplyState(clsCell& cell, const CellState& state);
 
 // "value|locked|mask"
-std::string RecordText(const clsCell& cell);
-// "index|value|locked|mask"
-std::string CellStateText(const clsCell& cell);
-
-// Reads "value|locked|mask"; fields behind the third are ignored. Error 9: fewer than three fields; error 13
-// or 6: a field that does not convert.
+std::string RecordText(const CellState& state);
+// Reads it; fields behind the third are ignored, as are bits of the mask that stand for no digit. Error 9:
+// fewer than three fields; error 13 or 6: a field that does not convert.
 CellState ParseRecord(std::string_view record);
 
-// Cuts the field `index` (from 0) out of a text of fields joined by "|". Error 9: there are fewer.
-std::string_view FieldOf(std::string_view text, int index);
+// One change of cell `index`, 1..81.
+struct CellChange {
+    int index = 0;
+    CellState before;
+    CellState after;
+
+    bool operator==(const CellChange&) const = default;
+};
+
+// "index|value|locked|mask|index|value|locked|mask": the state before the change, then the one after it.
+std::string ChangeText(const CellChange& change);
+// Reads it. Error 9: fewer than eight fields, or an index that is none or not the same twice; error 13 or 6:
+// a field that does not convert.
+CellChange ParseChange(std::string_view text);

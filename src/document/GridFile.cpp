@@ -1,27 +1,27 @@
 #include "document/GridFile.h"
 
-#include "document/CellState.h"
-#include "engine/clsCell.h"
+#include <vector>
+
 #include "platform/ProfileFile.h"
 #include "settings/IniParamProcs.h"
 
-void GridFileWriter::Put(const clsCell& cell) {
-    bytes_.append(std::to_string(cell.GridIndex())).append("=").append(RecordText(cell)).append("\r\n");
-}
-
-bool GridFileWriter::Write(const std::string& path) const {
-    return platform::ReplaceFile(path, bytes_);
-}
-
-bool GridFileReader::Open(const std::string& path) {
+std::optional<GridStates> ReadGridFile(const std::string& path) {
     platform::ProfileFile file;
-    if (file.Read(path) != platform::FileState::Read) return false;
+    if (file.Read(path) != platform::FileState::Read) return std::nullopt;
     std::vector<std::string> keys;
-    for (int i = 1; i <= 81; ++i) keys.push_back(std::to_string(i));
-    records_ = file.Values("", keys);
-    return true;
+    for (std::size_t i = 1; i <= GridStates().size(); ++i) keys.push_back(std::to_string(i));
+    const auto records = file.Values("", keys);
+    GridStates states;
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        states[i] = ParseRecord(IniParamProcs::AsProfileString(records[i].value_or("0|0|0")));
+    }
+    return states;
 }
 
-std::string GridFileReader::Record(int index) const {
-    return IniParamProcs::AsProfileString(records_.at(static_cast<std::size_t>(index - 1)).value_or("0|0|0"));
+bool WriteGridFile(const std::string& path, const GridStates& states) {
+    std::string bytes = "[]\r\n";
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        bytes.append(std::to_string(i + 1)).append("=").append(RecordText(states[i])).append("\r\n");
+    }
+    return platform::ReplaceFile(path, bytes);
 }

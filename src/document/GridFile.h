@@ -1,30 +1,18 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
-#include <vector>
 
-class clsCell;
+#include "document/CellState.h"
 
 // A grid file: profile-file text with one section of empty name and the keys 1..81, each
-// "value|locked|exclusion mask". Written whole, in one step; read in one parse.
-class GridFileWriter {
-  public:
-    void Put(const clsCell& cell);
-    // False, the old file untouched, when not everything reached the disk.
-    bool Write(const std::string& path) const;
+// "value|locked|exclusion mask".
+using GridStates = std::array<CellState, 81>;  // of cell i at i - 1
 
-  private:
-    std::string bytes_ = "[]\r\n";
-};
+// Nothing when there is no such file or it cannot be read; never waits on a pipe. A missing key is an empty
+// cell. Error 6, 9 or 13: a record that does not convert.
+std::optional<GridStates> ReadGridFile(const std::string& path);
 
-class GridFileReader {
-  public:
-    // False when there is no such file or it cannot be read; never waits on a pipe.
-    bool Open(const std::string& path);
-    // The record of cell `index`, "0|0|0" when the file has none.
-    std::string Record(int index) const;
-
-  private:
-    std::vector<std::optional<std::string>> records_;  // of cell i at i - 1
-};
+// Written whole, in one step. False, the old file untouched, when not everything reached the disk.
+bool WriteGridFile(const std::string& path, const GridStates& states);

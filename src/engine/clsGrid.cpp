@@ -67,8 +67,9 @@ bool clsGrid::Verified() const {
     return true;
 }
 
-bool clsGrid::SolveGrid() {
-    return Trap("clsGrid", "SolveGrid", [this] {
+bool clsGrid::SolveGrid(platform::ProgressWindow* progress) {
+    return Trap("clsGrid", "SolveGrid", [this, progress] {
+        Global::UseProgressWindow(progress);
         RangeClass puzzle;
         RangeClass working;
         for (const clsCell& cell : cells_) {
@@ -85,8 +86,9 @@ bool clsGrid::SolveGrid() {
     });
 }
 
-bool clsGrid::CreateGrid() {
-    return Trap("clsGrid", "CreateGrid", [this] {
+bool clsGrid::CreateGrid(platform::ProgressWindow* progress) {
+    return Trap("clsGrid", "CreateGrid", [this, progress] {
+        Global::UseProgressWindow(progress);
         RangeClass puzzle;
         RangeClass working;
         if (!Global::CreateGrid(puzzle, working)) return false;

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "engine/clsCell.h"
+#include "platform/ProgressWindow.h"
 
 // One grid of 81 cells, numbered 1..81 row by row from the top left. Public routines that can fail report
 // through ShowError and end with the default result.
@@ -34,11 +35,11 @@ class clsGrid {
 
     // Solves from the locked cells alone; every other value is overwritten, whatever the outcome. Always
     // false: ask Solved for the outcome.
-    bool SolveGrid();
+    bool SolveGrid(platform::ProgressWindow* progress = nullptr);
 
     // Replaces the grid by a generated one: every value of the solution, the givens locked. False, and
     // no change, when the user declined to go on. True after a cancelled run as well.
-    bool CreateGrid();
+    bool CreateGrid(platform::ProgressWindow* progress = nullptr);
 
     // Recomputes Avail of every cell from the values.
     void ManageAvails();

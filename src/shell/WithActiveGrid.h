@@ -3,16 +3,16 @@
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/BusyGuard.h"
+#include "document/window/BusyGuard.h"
 #include "platform/Host.h"
 #include "shell/wMain.h"
 
-template <class Command>
-void wMain::WithActiveGrid(const char* routine, Command&& command) {
+template <class Routine>
+void wMain::WithActiveGrid(const char* routine, Routine&& command) {
     Trap("wMain", routine, [&] {
         if (RefusedWhileBusy()) return;
-        wGrid* grid = ActiveGrid();
+        const OpenGrid grid = ActiveGrid();
         if (!grid) return platform::TheHost().messages->Beep();
-        std::forward<Command>(command)(*grid);
+        std::forward<Routine>(command)(grid);
     });
 }

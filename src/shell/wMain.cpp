@@ -10,9 +10,9 @@
 #include <QStatusBar>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/BusyGuard.h"
-#include "document/ctrlCell.h"
-#include "document/wGrid.h"
+#include "document/window/BusyGuard.h"
+#include "document/window/ctrlCell.h"
+#include "document/window/wGrid.h"
 #include "platform/Host.h"
 #include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
@@ -145,77 +145,73 @@ void wMain::closeEvent(QCloseEvent* event) {
 
 // Every grid is asked before any is closed: a Cancel at the last question loses none of them.
 bool wMain::MDIForm_QueryUnload() {
-    for (wGrid* grid : Grids()) {
+    for (const OpenGrid& grid : Grids()) {
+        if (!grid) continue;
         area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(grid->parentWidget()));
         if (!grid->AskBeforeUnload()) return false;
     }
-    for (wGrid* grid : Grids()) grid->Discard();
+    for (const OpenGrid& grid : Grids()) grid->Discard();
     return true;
 }
 
-wGrid* wMain::ActiveGrid() const {
-    return activeGrid_;
-}
-
-std::vector<wGrid*> wMain::Grids() const {
-    std::vector<wGrid*> grids;
+std::vector<OpenGrid> wMain::Grids() const {
+    std::vector<OpenGrid> grids;
     for (QMdiSubWindow* window : area_->subWindowList(QMdiArea::CreationOrder)) {
-        if (auto* grid = qobject_cast<wGrid*>(window->widget())) grids.push_back(grid);
+        const OpenGrid grid(qobject_cast<wGrid*>(window->widget()));
+        if (grid) grids.push_back(grid);
     }
     return grids;
 }
 
-wGrid* wMain::LoadGridWindow() {
-    auto* grid = new wGrid(*this);
+void wMain::ShowDocumentWindow(std::unique_ptr<GridDocument> document) {
+    auto* grid = new wGrid(*this, std::move(document));
     QMdiSubWindow* window = area_->addSubWindow(
         grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     window->setAttribute(Qt::WA_DeleteOnClose);
     KeepCloseShortcut(*window);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
-    return grid;
-}
-
-void wMain::ShowGridWindow(wGrid& grid) {
     MDIForm_Resize();
-    auto* window = qobject_cast<QMdiSubWindow*>(grid.parentWidget());
-    grid.show();
+    grid->show();
     window->show();
     area_->setActiveSubWindow(window);
     GridActivated(window);
-    grid.SetFocus();
+    grid->SetFocus();
 }
 
-void wMain::UnloadGrid(wGrid* grid) {
-    GridUnloading(grid);
-    delete grid->parentWidget();
+void wMain::UnloadGrid(const OpenGrid& grid) {
+    if (!grid) return;
+    grid->Discard();
+    grid->parentWidget()->close();
 }
 
 // The area names no window while the program is in the background; the active grid stays what it was.
 void wMain::GridActivated(QMdiSubWindow* window) {
-    auto* grid = window ? qobject_cast<wGrid*>(window->widget()) : nullptr;
+    const OpenGrid grid(window ? qobject_cast<wGrid*>(window->widget()) : nullptr);
     if (!grid || grid == activeGrid_) return;
     if (activeGrid_) activeGrid_->Form_Deactivate();
     activeGrid_ = grid;
     grid->Form_Activate();
 }
 
-void wMain::GridUnloading(wGrid* grid) {
-    if (cell_ && cell_->ParentGrid() == grid) Cell(nullptr);
-    if (grid != activeGrid_) return;
-    grid->Form_Deactivate();
-    activeGrid_ = nullptr;
+void wMain::GridUnloading() {
+    if (!ActiveGrid()) ShowDocument({}, {});
+    if (!Cell()) UpdateColors();
 }
 
-bool wMain::InitialisationMode() const {
-    return MenuItem("mnuGridConfig")->isChecked();
+bool wMain::IsOn(Mode mode) const {
+    return modes_[static_cast<std::size_t>(mode)].item->isChecked();
 }
 
-bool wMain::MasksHidden() const {
-    return MenuItem("mnuGridHelpNone")->isChecked();
+void wMain::Switch(Mode mode) {
+    modes_[static_cast<std::size_t>(mode)].item->toggle();
 }
 
-bool wMain::ManualMasks() const {
-    return MenuItem("mnuGridNoAutoMasks")->isChecked();
+void wMain::ModeSwitched(const Command& command) {
+    const ModeActions& actions = modes_[static_cast<std::size_t>(command.mode)];
+    const bool on = actions.item->isChecked();
+    actions.button->setChecked(on);
+    actions.button->setIcon(ToolPicture(QLatin1String(on ? command.pictureOn : command.name)));
+    if (command.changed) (this->*command.changed)();
 }
 
 void wMain::ShowDocument(const QString& path, const QString& caption) {

@@ -2,11 +2,18 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QStringList>
+#include <array>
+#include <memory>
+#include <string>
 #include <vector>
 
-#include "document/MainFrame.h"
+#include "document/window/MainFrame.h"
+#include "document/window/OpenGrid.h"
 #include "settings/dialogs/MostRecentFilesClass.h"
+#include "shell/Commands.h"
 
+class GridDocument;
 class Palette;
 class QAction;
 class QLabel;
@@ -17,9 +24,10 @@ class QToolBar;
 class wGrid;
 class wSplash;
 
-// The main window: menus, toolbar, palette, status bar and the area that holds the grid windows. Every
-// command is a slot named after its menu item; toolbar buttons run the slot of their key by name. Commands
-// that need a grid beep when there is none; nothing is ever disabled.
+// The main window: menus, toolbar, palette, status bar and the area that holds the grid windows. It routes:
+// what a command does to a grid is the grid's own business. Every command is a routine named after its menu
+// item; the table of commands says which one. Commands that need a grid beep when there is none; nothing is
+// ever disabled.
 class wMain : public QMainWindow, public MainFrame {
     Q_OBJECT
 
@@ -31,9 +39,9 @@ class wMain : public QMainWindow, public MainFrame {
     void MDIForm_Load();
 
     // ---- MainFrame.
-    bool InitialisationMode() const override;
-    bool MasksHidden() const override;
-    bool ManualMasks() const override;
+    bool InitialisationMode() const override { return IsOn(Mode::Initialisation); }
+    bool MasksHidden() const override { return IsOn(Mode::MasksHidden); }
+    bool ManualMasks() const override { return IsOn(Mode::ManualMasks); }
     ctrlCell* Cell() const override;
     void Cell(ctrlCell* cell) override;
     void UpdateColors() override;
@@ -42,12 +50,12 @@ class wMain : public QMainWindow, public MainFrame {
     // Opens a grid file in a window of its own; true when a window now shows it. Reports what went wrong.
     bool OpenGridFile(const QString& file);
 
-    wGrid* ActiveGrid() const;
-    // In the order in which they were made.
-    std::vector<wGrid*> Grids() const;
+    OpenGrid ActiveGrid() const { return activeGrid_; }
+    // The open ones, in the order in which they were made.
+    std::vector<OpenGrid> Grids() const;
     Palette& picPalette() const { return *palette_; }
 
-  public slots:
+    // ---- The commands.
     void mnuFileNew_Click();
     void mnuFileCreate_Click();
     void mnuFileOpen_Click();
@@ -55,7 +63,6 @@ class wMain : public QMainWindow, public MainFrame {
     void mnuFileSaveAs_Click();
     void mnuFileClose_Click();
     void mnuFilePrint_Click();
-    void mnuFileMRU_Click(int index);
     void mnuFileQuit_Click();
     void mnuEditUndo_Click();
     void mnuEditRedo_Click();
@@ -72,7 +79,16 @@ class wMain : public QMainWindow, public MainFrame {
     void cmdValue_Click(int index) override;
     void cmdMask_Click(int index);
 
+    // ---- What follows from a mode's new state.
+    void MasksHiddenChanged();
+    void ManualMasksChanged();
+
+  public slots:
+    // Found by its name by the list of recent files.
+    void mnuFileMRU_Click(int index);
+
   protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -81,15 +97,15 @@ class wMain : public QMainWindow, public MainFrame {
 
   private:
     void BuildMenus();
-    QMenu* AddMenu(const char* name, const char* caption);
-    QAction* AddCommand(QMenu* menu, const char* name, const char* caption);
+    void AddMenuItem(QMenu& menu, const Command& command);
     void BuildToolbar();
     void BuildStatusBar();
     void BuildPalette();
-    QAction* MenuItem(const char* name) const;
-    QAction* ToolButton(const char* key) const;
-    // Toggles a mode's check mark and makes its toolbar button follow; the new state.
-    bool ToggleMode(const char* name, const char* pictureOn, const char* pictureOff);
+
+    bool IsOn(Mode mode) const;
+    void Switch(Mode mode);
+    // Makes the tool button follow, then does what follows from the new state.
+    void ModeSwitched(const Command& command);
 
     // Every grid takes the colours of the shared table.
     void Recolor();
@@ -100,27 +116,33 @@ class wMain : public QMainWindow, public MainFrame {
     void OpenCommandLine();
     void ShowSplash();
 
-    // A loaded, still hidden grid window.
-    wGrid* LoadGridWindow();
-    void ShowGridWindow(wGrid& grid);
+    // Shows the document in a new window and makes it the active grid.
+    void ShowDocumentWindow(std::unique_ptr<GridDocument> document);
     // Throws a window away without a question.
-    void UnloadGrid(wGrid* grid);
+    void UnloadGrid(const OpenGrid& grid);
     void GridActivated(QMdiSubWindow* window);
-    void GridUnloading(wGrid* grid);
-    QString NextCaption();
-    QString CopyCaption(const QString& caption) const;
-    // Runs a command on the active grid, or beeps.
-    template <class Command>
-    void WithActiveGrid(const char* routine, Command&& command);
+    void GridUnloading();
+    void OpenDroppedFiles();
+    std::string NextCaption();
+    std::string CopyCaption(const std::string& caption) const;
+    // Runs a command on the active grid, or beeps. The command gets an OpenGrid: it asks whether the grid is
+    // still open after everything that lets events happen.
+    template <class Routine>
+    void WithActiveGrid(const char* routine, Routine&& command);
 
     QMdiArea* area_;
     Palette* palette_ = nullptr;
-    QToolBar* tbrTools_ = nullptr;
     QLabel* pathPanel_ = nullptr;
+    struct ModeActions {
+        QAction* item = nullptr;
+        QAction* button = nullptr;
+    };
+    std::array<ModeActions, ModeCount> modes_;
     MostRecentFilesClass recentFiles_;
-    QPointer<wGrid> activeGrid_;
-    ctrlCell* cell_ = nullptr;  // of a live grid window, or none
+    OpenGrid activeGrid_;
+    QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;
+    QStringList droppedFiles_;  // that still have to be opened
     std::int16_t gridCounter_ = 0;
 };
 

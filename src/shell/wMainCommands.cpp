@@ -1,16 +1,14 @@
 // The commands of the menus File (grids), Edit, Grid and Help.
 
-#include <QCoreApplication>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QTimer>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/BusyGuard.h"
-#include "document/wGrid.h"
+#include "document/window/BusyGuard.h"
+#include "document/window/wGrid.h"
 #include "platform/Host.h"
-#include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
 #include "settings/Conversions.h"
 #include "settings/IniParamProcs.h"
@@ -38,39 +36,39 @@ bool AskLevel(QWidget* owner) {
 }
 
 // "base *(*)", the base taken literally.
-bool IsCopyOf(const QString& caption, const QString& base) {
-    const QString start = base + QLatin1Char(' ');
-    if (!caption.startsWith(start) || !caption.endsWith(QLatin1Char(')'))) return false;
-    return caption.indexOf(QLatin1Char('('), start.size()) >= 0;
+bool IsCopyOf(const std::string& caption, const std::string& base) {
+    return caption.starts_with(base + " ") && caption.ends_with(")") &&
+           caption.find('(', base.size() + 1) != std::string::npos;
 }
 
 }  // namespace
 
-QString wMain::NextCaption() {
-    return QStringLiteral("Grille%1").arg(++gridCounter_);
+std::string wMain::NextCaption() {
+    return "Grille" + std::to_string(++gridCounter_);
 }
 
 void wMain::mnuFileNew_Click() {
     Trap("wMain", "mnuFileNew_Click", [this] {
         if (RefusedWhileBusy()) return;
         TheHost().pointer->Shape(PointerShape::Hourglass);
-        wGrid* grid = LoadGridWindow();
-        grid->Caption(NextCaption());
+        auto document = std::make_unique<GridDocument>();
+        document->Caption(NextCaption());
         if (!InitialisationMode()) mnuGridConfig_Click();
-        ShowGridWindow(*grid);
+        ShowDocumentWindow(std::move(document));
         TheHost().pointer->Shape(PointerShape::Default);
     });
 }
 
+// The grid is made before any window is: a run that comes to nothing disturbs none.
 void wMain::mnuFileCreate_Click() {
     Trap("wMain", "mnuFileCreate_Click", [this] {
         if (RefusedWhileBusy() || !AskLevel(this)) return;
-        wGrid* grid = LoadGridWindow();
+        auto document = std::make_unique<GridDocument>();
         TheHost().pointer->Shape(PointerShape::ArrowAndHourglass);
         bool kept = false;
         {
-            const BusyGuard run(this);
-            const bool created = grid->CreateGrid();
+            BusyGuard run(this);
+            const bool created = document->CreateGrid(&run.Progress());
             kept = created && run.StillVisible();
             if (created && !kept) {
                 TheHost().messages->Show("Le temps de création est dépassé.\rTentez une nouvelle génération.",
@@ -78,10 +76,8 @@ void wMain::mnuFileCreate_Click() {
             }
         }
         if (kept) {
-            grid->Caption(NextCaption());
-            ShowGridWindow(*grid);
-        } else {
-            UnloadGrid(grid);
+            document->Caption(NextCaption());
+            ShowDocumentWindow(std::move(document));
         }
         TheHost().pointer->Shape(PointerShape::Default);
         if (InitialisationMode()) mnuGridConfig_Click();
@@ -91,12 +87,12 @@ void wMain::mnuFileCreate_Click() {
 void wMain::mnuFileClose_Click() {
     Trap("wMain", "mnuFileClose_Click", [this] {
         if (RefusedWhileBusy()) return;
-        if (wGrid* grid = ActiveGrid()) grid->parentWidget()->close();
+        if (const OpenGrid grid = ActiveGrid()) grid->parentWidget()->close();
     });
 }
 
 void wMain::mnuFilePrint_Click() {
-    WithActiveGrid("mnuFilePrint_Click", [](wGrid& grid) { grid.PrintGrid(); });
+    WithActiveGrid("mnuFilePrint_Click", [](const OpenGrid& grid) { grid->PrintGrid(); });
 }
 
 void wMain::mnuFileQuit_Click() {
@@ -104,11 +100,11 @@ void wMain::mnuFileQuit_Click() {
 }
 
 void wMain::mnuEditUndo_Click() {
-    WithActiveGrid("mnuEditUndo_Click", [](wGrid& grid) { grid.Undo(); });
+    WithActiveGrid("mnuEditUndo_Click", [](const OpenGrid& grid) { grid->Undo(); });
 }
 
 void wMain::mnuEditRedo_Click() {
-    WithActiveGrid("mnuEditRedo_Click", [](wGrid& grid) { grid.Redo(); });
+    WithActiveGrid("mnuEditRedo_Click", [](const OpenGrid& grid) { grid->Redo(); });
 }
 
 void wMain::mnuEditOptions_Click() {
@@ -121,63 +117,65 @@ void wMain::mnuEditOptions_Click() {
 }
 
 void wMain::Recolor() {
-    for (wGrid* grid : Grids()) grid->SetColors(ColorTable::Shared());
+    for (const OpenGrid& grid : Grids()) grid->SetColors(ColorTable::Shared());
 }
 
 void wMain::mnuGridConfig_Click() {
-    Trap("wMain", "mnuGridConfig_Click",
-         [this] { ToggleMode("mnuGridConfig", "mnuGridConfig", "mnuGridConfig"); });
+    Trap("wMain", "mnuGridConfig_Click", [this] { Switch(Mode::Initialisation); });
 }
 
 void wMain::mnuGridHelpNone_Click() {
+    Trap("wMain", "mnuGridHelpNone_Click", [this] { Switch(Mode::MasksHidden); });
+}
+
+void wMain::MasksHiddenChanged() {
     Trap("wMain", "mnuGridHelpNone_Click", [this] {
-        const bool hidden = ToggleMode("mnuGridHelpNone", "mnuGridHelpDisplay", "mnuGridHelpNone");
-        for (wGrid* grid : Grids()) grid->UpdateGrid();
+        for (const OpenGrid& grid : Grids()) grid->UpdateGrid();
         UpdateColors();
-        IniParamProcs::WriteIniParam("Options", "GridHelpNone", hidden ? "1" : "0");
+        IniParamProcs::WriteIniParam("Options", "GridHelpNone", MasksHidden() ? "1" : "0");
     });
 }
 
 void wMain::mnuGridNoAutoMasks_Click() {
+    Trap("wMain", "mnuGridNoAutoMasks_Click", [this] { Switch(Mode::ManualMasks); });
+}
+
+void wMain::ManualMasksChanged() {
     Trap("wMain", "mnuGridNoAutoMasks_Click", [this] {
-        const bool manual = ToggleMode("mnuGridNoAutoMasks", "mnuGridNoAutoMasksOn", "mnuGridNoAutoMasks");
-        for (wGrid* grid : Grids()) grid->NoAutoMask(manual);
-        IniParamProcs::WriteIniParam("Options", "NoAutoMasks", manual ? "1" : "0");
+        for (const OpenGrid& grid : Grids()) grid->NoAutoMask(ManualMasks());
+        IniParamProcs::WriteIniParam("Options", "NoAutoMasks", ManualMasks() ? "1" : "0");
     });
 }
 
-QString wMain::CopyCaption(const QString& caption) const {
-    const auto bracket = caption.lastIndexOf(QLatin1String(" ("));
-    const QString base = bracket < 0 ? caption : caption.left(bracket);
+// "base (n)", n one more than there are captions of the form "base *(*)".
+std::string wMain::CopyCaption(const std::string& caption) const {
+    const std::string base = caption.substr(0, caption.rfind(" ("));
     int number = 1;
-    for (const wGrid* grid : Grids()) {
-        if (IsCopyOf(grid->Caption(), base)) ++number;
+    for (const OpenGrid& grid : Grids()) {
+        if (IsCopyOf(grid->Document().Caption(), base)) ++number;
     }
-    return QStringLiteral("%1 (%2)").arg(base).arg(number);
+    return base + " (" + std::to_string(number) + ")";
 }
 
 void wMain::mnGridCopy_Click() {
-    WithActiveGrid("mnGridCopy_Click", [this](const wGrid& source) {
-        const QString caption = CopyCaption(source.Caption());
+    WithActiveGrid("mnGridCopy_Click", [this](const OpenGrid& source) {
         TheHost().pointer->Shape(PointerShape::Hourglass);
-        wGrid* copy = LoadGridWindow();
-        copy->CopyFrom(source, caption);
-        ShowGridWindow(*copy);
+        auto copy = std::make_unique<GridDocument>();
+        copy->CopyFrom(source->Document());
+        copy->Caption(CopyCaption(source->Document().Caption()));
+        ShowDocumentWindow(std::move(copy));
         TheHost().pointer->Shape(PointerShape::Default);
     });
 }
 
 void wMain::mnuGridReinit_Click() {
-    WithActiveGrid("mnuGridReinit_Click", [](wGrid& grid) { grid.Reinit(); });
+    WithActiveGrid("mnuGridReinit_Click", [](const OpenGrid& grid) { grid->Reinit(); });
 }
 
 void wMain::mnuHelpAsk_Click() {
-    WithActiveGrid("mnuHelpAsk_Click", [](wGrid& grid) {
-        const int wrong = grid.TestGrid();
-        if (wrong == -1) {
-            TheHost().messages->Show("Désolé, la grille n'a pas pu être résolue par l'application.",
-                                     Exclamation);
-        } else if (wrong == 0) {
+    WithActiveGrid("mnuHelpAsk_Click", [](const OpenGrid& grid) {
+        const int wrong = grid->TestGrid();
+        if (wrong == 0) {
             TheHost().messages->Show("Il n'y a aucune erreur.", Information);
         } else {
             TheHost().messages->Show(
@@ -187,11 +185,11 @@ void wMain::mnuHelpAsk_Click() {
 }
 
 void wMain::mnuHelpSolve_Click() {
-    WithActiveGrid("mnuHelpSolve_Click", [](wGrid& grid) {
+    WithActiveGrid("mnuHelpSolve_Click", [](const OpenGrid& grid) {
         const auto answer =
             TheHost().messages->Show("Attention, vous allez résoudre la grille.\r\nContinuer ?",
                                      Exclamation + OkCancel + SecondDefault);
-        if (answer == platform::MessageButton::Ok) grid.SolveGrid();
+        if (answer == platform::MessageButton::Ok && grid) grid->SolveGrid();
     });
 }
 

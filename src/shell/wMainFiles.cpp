@@ -1,15 +1,18 @@
 // Every way in which a grid file reaches a grid window, and the two save commands.
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
+#include <memory>
+#include <utility>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/BusyGuard.h"
-#include "document/wGrid.h"
+#include "document/window/BusyGuard.h"
+#include "document/window/wGrid.h"
 #include "platform/Host.h"
 #include "platform/SafeFile.h"
 #include "settings/FilesPaths.h"
@@ -39,27 +42,26 @@ bool AgreeToReload() {
 
 }  // namespace
 
+// The file is read before any window is touched: when that fails, all of them stay as they were.
 bool wMain::OpenGridFile(const QString& file) {
     return Trap("wMain", "OpenGridFile", [&] {
         if (RefusedWhileBusy()) return false;
-        for (wGrid* grid : Grids()) {
-            if (grid->Path() != file) continue;
+        std::vector<OpenGrid> replaced;
+        for (const OpenGrid& grid : Grids()) {
+            if (!grid || grid->Path() != file) continue;
             if (!AgreeToReload()) return false;
-            UnloadGrid(grid);
+            replaced.push_back(grid);
         }
-        wGrid* grid = LoadGridWindow();
         platform::TheHost().pointer->Shape(platform::PointerShape::Hourglass);
-        try {
-            if (!grid->LoadFile(file)) {
-                const bool exists = platform::IsRegularFile(file.toStdString());
-                throw RuntimeError(exists ? ErrorNumber::FileAccess : ErrorNumber::FileNotFound);
-            }
-        } catch (...) {
-            UnloadGrid(grid);
-            throw;
+        const std::string path = file.toStdString();
+        auto document = std::make_unique<GridDocument>();
+        if (!document->LoadFile(path)) {
+            const bool exists = platform::IsRegularFile(path);
+            throw RuntimeError(exists ? ErrorNumber::FileAccess : ErrorNumber::FileNotFound);
         }
-        grid->Path(file);
-        ShowGridWindow(*grid);
+        document->Path(path);
+        ShowDocumentWindow(std::move(document));
+        for (const OpenGrid& grid : replaced) UnloadGrid(grid);
         if (InitialisationMode()) mnuGridConfig_Click();
         platform::TheHost().pointer->Shape(platform::PointerShape::Default);
         return true;
@@ -86,15 +88,15 @@ void wMain::mnuFileMRU_Click(int index) {
 }
 
 void wMain::mnuFileSaveAs_Click() {
-    WithActiveGrid("mnuFileSaveAs_Click", [this](wGrid& grid) {
+    WithActiveGrid("mnuFileSaveAs_Click", [this](const OpenGrid& grid) {
         const std::string file =
-            FilesPaths::AskSaveFile(ReadIniParam("Files", "LastSaved", ""), grid.Caption().toStdString());
-        if (file.empty()) return;
+            FilesPaths::AskSaveFile(ReadIniParam("Files", "LastSaved", ""), grid->Document().Caption());
+        if (file.empty() || !grid) return;
         const QString path = QString::fromStdString(file);
-        if (grid.SaveFile(path)) {
-            grid.Path(path);
+        if (grid->SaveFile(path)) {
+            grid->Path(path);
             recentFiles_.Add(*this, file);
-            grid.Form_Activate();
+            grid->Form_Activate();
         }
         WriteIniParam("Files", "LastSaved", FilesPaths::FolderOf(file));
     });
@@ -103,9 +105,9 @@ void wMain::mnuFileSaveAs_Click() {
 // A first save goes through Save As and is followed by a second one to the same file; after a cancelled
 // Save As the empty path fails without a word.
 void wMain::mnuFileSave_Click() {
-    WithActiveGrid("mnuFileSave_Click", [this](wGrid& grid) {
-        if (grid.Path().isEmpty()) mnuFileSaveAs_Click();
-        if (grid.SaveFile(grid.Path())) recentFiles_.Add(*this, grid.Path().toStdString());
+    WithActiveGrid("mnuFileSave_Click", [this](const OpenGrid& grid) {
+        if (grid->Path().isEmpty()) mnuFileSaveAs_Click();
+        if (grid && grid->SaveFile(grid->Path())) recentFiles_.Add(*this, grid->Document().Path());
     });
 }
 
@@ -113,9 +115,11 @@ void wMain::dragEnterEvent(QDragEnterEvent* event) {
     dragMoveEvent(event);
 }
 
+// What is dragged onto a window that waits for a dialog is refused.
 void wMain::dragMoveEvent(QDragMoveEvent* event) {
     Trap("wMain", "MDIForm_OLEDragOver", [&] {
-        if (DraggedFiles(*event->mimeData()).isEmpty()) return event->ignore();
+        const bool waits = QApplication::activeModalWidget() != nullptr;
+        if (waits || DraggedFiles(*event->mimeData()).isEmpty()) return event->ignore();
         event->setDropAction(Qt::CopyAction);
         event->accept();
     });
@@ -128,8 +132,23 @@ void wMain::dropEvent(QDropEvent* event) {
         if (files.isEmpty()) return event->ignore();
         event->setDropAction(Qt::CopyAction);
         event->accept();
-        QTimer::singleShot(0, this, [this, files] {
-            for (const QString& file : files) OpenGridFile(file);
-        });
+        droppedFiles_ += files;
+        QTimer::singleShot(0, this, &wMain::OpenDroppedFiles);
     });
+}
+
+// One after another, and none beside a run or a dialog: the end of either comes here again.
+void wMain::OpenDroppedFiles() {
+    if (const BusyGuard* run = BusyGuard::Current(); run && !droppedFiles_.isEmpty()) {
+        connect(run, &QObject::destroyed, this, &wMain::OpenDroppedFiles, Qt::QueuedConnection);
+        return;
+    }
+    while (!droppedFiles_.isEmpty() && !QApplication::activeModalWidget()) {
+        OpenGridFile(droppedFiles_.takeFirst());
+    }
+}
+
+bool wMain::event(QEvent* event) {
+    if (event->type() == QEvent::WindowUnblocked) QTimer::singleShot(0, this, &wMain::OpenDroppedFiles);
+    return QMainWindow::event(event);
 }

@@ -1,16 +1,16 @@
 // The palette's commands: what the keyboard enters goes the same way.
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/CellState.h"
-#include "document/ctrlCell.h"
-#include "document/wGrid.h"
+#include "document/window/ctrlCell.h"
+#include "document/window/wGrid.h"
 #include "engine/clsCell.h"
 #include "platform/Host.h"
 #include "shell/Palette.h"
 #include "shell/wMain.h"
 
+// A cell of a grid that was closed is none any more.
 ctrlCell* wMain::Cell() const {
-    return cell_;
+    return cell_ && !cell_->ParentGrid()->Closed() ? cell_.data() : nullptr;
 }
 
 void wMain::Cell(ctrlCell* cell) {
@@ -20,18 +20,19 @@ void wMain::Cell(ctrlCell* cell) {
 
 void wMain::UpdateColors() {
     Trap("wMain", "UpdateColors", [this] {
+        const ctrlCell* view = Cell();
         const bool hidden = MasksHidden();
         for (int i = 1; i <= 9; ++i) {
             PaletteButton& value = palette_->cmdValue(i);
             PaletteButton& mask = palette_->cmdMask(i);
-            if (!cell_ || hidden) {
+            if (!view || hidden) {
                 value.State(DigitState::Neutral);
-                value.setEnabled(cell_ != nullptr);
+                value.setEnabled(view != nullptr);
                 mask.State(DigitState::Neutral);
                 mask.setEnabled(false);
                 continue;
             }
-            const clsCell& cell = *cell_->mCell();
+            const clsCell& cell = *view->mCell();
             DigitState state = cell.Inhib(i) ? DigitState::Excluded : DigitState::Allowed;
             if (!cell.Avail(i) || cell.Locked()) state = DigitState::Neutral;
             mask.State(state);
@@ -45,36 +46,24 @@ void wMain::UpdateColors() {
 
 void wMain::cmdValue_Click(int index) {
     Trap("wMain", "cmdValue_Click", [&] {
-        platform::MessageBoxes& messages = *platform::TheHost().messages;
-        if (!cell_) return messages.Beep();
-        const bool initialisation = InitialisationMode();
-        if (cell_->Locked() && !initialisation) return messages.Beep();
-        clsCell& cell = *cell_->mCell();
-        const bool refused = index >= 1 && !MasksHidden() && (!cell.Avail(index) || cell.Inhib(index));
-        if (refused) return messages.Beep();
-
-        const std::string before = CellStateText(cell);
-        cell_->Value(static_cast<std::uint8_t>(index));
-        cell_->Locked(initialisation && index != 0);
-        wGrid& grid = *cell_->ParentGrid();
-        grid.UpdateGrid();
-        grid.RegUndo(before + "|" + CellStateText(cell));
+        const ctrlCell* cell = Cell();
+        if (!cell) return platform::TheHost().messages->Beep();
+        wGrid& grid = *cell->ParentGrid();
+        const EntryModes modes{InitialisationMode(), MasksHidden()};
+        if (!grid.Document().EnterValue(cell->mCell()->GridIndex(), index, modes)) {
+            return platform::TheHost().messages->Beep();
+        }
+        grid.ShowCells();
         grid.SetFocus();
     });
 }
 
 void wMain::cmdMask_Click(int index) {
     Trap("wMain", "cmdMask_Click", [&] {
-        if (!cell_) return platform::TheHost().messages->Beep();
-        clsCell& cell = *cell_->mCell();
-        const std::string before = CellStateText(cell);
-        if (index == 0) {
-            ApplyExclusionMask(cell, 0);
-        } else {
-            cell.Inhib(index, !cell.Inhib(index));
-        }
-        cell_->ParentGrid()->RegUndo(before + "|" + CellStateText(cell));
-        cell_->ManageMasks();
-        UpdateColors();
+        const ctrlCell* cell = Cell();
+        if (!cell) return platform::TheHost().messages->Beep();
+        wGrid& grid = *cell->ParentGrid();
+        grid.Document().SwitchExclusion(cell->mCell()->GridIndex(), index);
+        grid.ShowCells();
     });
 }

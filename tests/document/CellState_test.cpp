@@ -1,64 +1,70 @@
 #include "document/CellState.h"
 
+#include <gtest/gtest.h>
+
 #include "diagnostics/ErrorHandling.h"
 #include "engine/clsCell.h"
-#include "support/ScriptedHost.h"
 
 namespace {
 
-int ErrorOf(std::string_view record) {
+template <class Parse>
+int ErrorOf(Parse parse) {
     try {
-        ParseRecord(record);
+        parse();
     } catch (const RuntimeError& error) {
         return error.Number();
     }
     return 0;
 }
 
-int ExcludedBy(std::string_view record) {
+int RecordError(std::string_view text) {
+    return ErrorOf([&] { ParseRecord(text); });
+}
+int ChangeError(std::string_view text) {
+    return ErrorOf([&] { ParseChange(text); });
+}
+
+TEST(CellRecord, EachFieldConvertsByItsOwnRule) {
+    constexpr CellState given{9, true, 0};
+    for (const char* text : {"9|1|0", "9|-1|0", "9|tRUE|abc", " 9 |2|1", "9.2|1||x|y", "9|1|-1024"}) {
+        EXPECT_EQ(ParseRecord(text), given) << text;
+    }
+    EXPECT_EQ(ParseRecord("255|False|37x"), (CellState{255, false, 36}));
+    EXPECT_EQ(ParseRecord("0|0.0|-1"), (CellState{0, false, 1022}));
+    for (const char* text : {"256|0|0", "-1|0|0", "99999999999999999999|0|0", "0|0|1e10"}) {
+        EXPECT_EQ(RecordError(text), ErrorNumber::Overflow) << text;
+    }
+    for (const char* text : {"abc|0|0", "|0|0", "7x|0|0", "nan|0|0", "1|vrai|0", "1||0", "1|1x|0"}) {
+        EXPECT_EQ(RecordError(text), ErrorNumber::TypeMismatch) << text;
+    }
+    for (const char* text : {"", "7", "7|1"}) EXPECT_EQ(RecordError(text), ErrorNumber::OutOfBounds) << text;
+}
+
+TEST(CellRecord, AChangeIsTwoStatesOfOneCell) {
+    const CellChange change{81, {0, false, 1022}, {7, true, 4}};
+    EXPECT_EQ(ChangeText(change), "81|0|0|1022|81|7|1|4");
+    EXPECT_EQ(ParseChange(ChangeText(change)), change);
+    for (const char* text :
+         {"5|7|0|0|5|7|0", "5|7|0|0", "82|7|0|0|82|0|0|0", "0|7|0|0|0|0|0|0", "5|7|0|0|6|0|0|0"}) {
+        EXPECT_EQ(ChangeError(text), ErrorNumber::OutOfBounds) << text;
+    }
+    EXPECT_EQ(ChangeError("x|7|0|0|x|0|0|0"), ErrorNumber::TypeMismatch);
+}
+
+TEST(CellRecord, AListenerHearsOfTheWholeState) {
     clsCell cell;
-    ApplyExclusionMask(cell, ParseRecord(record).mask);
-    return ExclusionMask(cell);
-}
-
-TEST(CellRecord, EveryByteIsAValueAndNothingElse) {
-    EXPECT_EQ(ParseRecord("9|0|0").value, 9);
-    EXPECT_EQ(ParseRecord("255|0|0").value, 255);
-    EXPECT_EQ(ErrorOf("256|0|0"), ErrorNumber::Overflow);
-    EXPECT_EQ(ErrorOf("-1|0|0"), ErrorNumber::Overflow);
-    EXPECT_EQ(ErrorOf("99999999999999999999|0|0"), ErrorNumber::Overflow);
-    for (const char* record : {"abc|0|0", "|0|0", "7x|0|0", "0x7|0|0", "nan|0|0", "inf|0|0"}) {
-        EXPECT_EQ(ErrorOf(record), ErrorNumber::TypeMismatch) << record;
-    }
-}
-
-TEST(CellRecord, LockedIsANumberOrOneOfTwoWords) {
-    for (const char* yes : {"1|1|0", "1|-1|0", "1|2|0", "1|True|0", "1|tRUE|0"}) {
-        EXPECT_TRUE(ParseRecord(yes).locked) << yes;
-    }
-    for (const char* no : {"1|0|0", "1|False|0", "1|0.0|0"}) EXPECT_FALSE(ParseRecord(no).locked) << no;
-    for (const char* record : {"1|vrai|0", "1||0", "1|1x|0", "1| |0"}) {
-        EXPECT_EQ(ErrorOf(record), ErrorNumber::TypeMismatch) << record;
-    }
-}
-
-TEST(CellRecord, MaskCountsOnlyTheBitsOfTheNineDigits) {
-    EXPECT_EQ(ExcludedBy("0|0|36"), 36);
-    EXPECT_EQ(ExcludedBy("0|0|37"), 36);
-    EXPECT_EQ(ExcludedBy("0|0|abc"), 0);
-    EXPECT_EQ(ExcludedBy("0|0|6abc"), 6);
-    EXPECT_EQ(ExcludedBy("0|0|"), 0);
-    EXPECT_EQ(ExcludedBy("0|0|99999"), 99999 & 1022);
-    EXPECT_EQ(ExcludedBy("0|0|1e9"), 1000000000 & 1022);
-    EXPECT_EQ(ExcludedBy("0|0|-1"), 1022);
-    EXPECT_EQ(ErrorOf("0|0|1e10"), ErrorNumber::Overflow);
-}
-
-TEST(CellRecord, TooFewFieldsAreASubscriptError) {
-    for (const char* record : {"", "7", "7|1"}) {
-        EXPECT_EQ(ErrorOf(record), ErrorNumber::OutOfBounds) << record;
-    }
-    EXPECT_EQ(ErrorOf("7|1|0|more|fields"), 0);
+    CellState heard;
+    int calls = 0;
+    cell.OnChange([&](std::uint8_t) {
+        heard = StateOf(cell);
+        ++calls;
+    });
+    const CellState state{5, true, 516};
+    ApplyState(cell, state);
+    EXPECT_EQ(heard, state);
+    EXPECT_EQ(calls, 1);
+    ApplyState(cell, {0, false, 8});
+    EXPECT_EQ(StateOf(cell), (CellState{0, false, 8})) << "exclusions are replaced, not merged";
 }
 
 }  // namespace

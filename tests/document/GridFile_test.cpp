@@ -1,4 +1,4 @@
-// Grid files as the window saves and loads them.
+// Grid files as a document saves and loads them.
 
 #include <algorithm>
 #include <csignal>
@@ -6,18 +6,18 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "FakeFrame.h"
+#include "DocumentSupport.h"
 #include "diagnostics/ErrorHandling.h"
+#include "support/ScriptedHost.h"
 
 namespace {
 
-class GridFile : public GridWindow {
+class GridFile : public testing::Test {
   protected:
     bool Load(std::string_view bytes) {
         ScriptedHost::WriteFile(file, bytes);
-        return grid->LoadFile(QString::fromStdString(file));
+        return document.LoadFile(file);
     }
-    bool Save(const std::string& path) { return grid->SaveFile(QString::fromStdString(path)); }
     int ErrorOfLoading(std::string_view bytes) {
         try {
             Load(bytes);
@@ -26,149 +26,107 @@ class GridFile : public GridWindow {
         }
         return 0;
     }
-    // No file beside the ones named is in the folder.
+    // Of the cells named, one behind the other.
+    std::string States(std::initializer_list<int> cells) const {
+        std::string states;
+        for (const int cell : cells) states += StateText(document, cell) + " ";
+        return states;
+    }
     std::size_t FilesInFolder() const {
         return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(host.folder), {}));
     }
 
+    ScriptedHost host;
+    GridDocument document;
     const std::string file = host.PathOf("grille.nx3");
 };
 
-// ---- What is written.
-
 TEST_F(GridFile, WritesOneRecordPerCellInOrderAndNothingOfAnOlderFile) {
     ScriptedHost::WriteFile(file, "[]\r\n1=9|1|0\r\n82=1|1|0\r\n[Options]\r\nA=1\r\n");
-    Set(12, "7|1|0");
-    Set(13, "0|0|36");
-    ASSERT_TRUE(Save(file));
-    const std::string bytes = ScriptedHost::ReadFile(file);
-    EXPECT_TRUE(bytes.starts_with("[]\r\n1=0|0|0\r\n2=0|0|0\r\n")) << bytes;
-    EXPECT_NE(bytes.find("\r\n12=7|1|0\r\n13=0|0|36\r\n14=0|0|0\r\n"), std::string::npos) << bytes;
-    EXPECT_TRUE(bytes.ends_with("\r\n81=0|0|0\r\n")) << bytes;
-    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\n'), 82);
-}
-
-TEST_F(GridFile, ASavedGridComesBackWhole) {
+    Set(document, 12, "7|1|0");
+    Set(document, 13, "0|0|36");
+    ASSERT_TRUE(document.SaveFile(file));
+    EXPECT_FALSE(document.Modified());
+    std::string expected = "[]\r\n";
     for (int i = 1; i <= 81; ++i) {
-        Set(i, std::to_string(i % 10) + (i % 3 == 0 ? "|1|" : "|0|") + std::to_string(i * 2 % 1024));
+        expected += std::to_string(i) + (i == 12 ? "=7|1|0" : i == 13 ? "=0|0|36" : "=0|0|0") + "\r\n";
     }
-    std::vector<std::string> states;
-    for (int i = 1; i <= 81; ++i) states.push_back(State(i));
-    ASSERT_TRUE(Save(file));
-    wGrid other(frame);
-    ASSERT_TRUE(other.LoadFile(QString::fromStdString(file)));
-    for (int i = 1; i <= 81; ++i) EXPECT_EQ(RecordText(*other.Grid()->Cells(i)), states[std::size_t(i - 1)]);
+    EXPECT_EQ(ScriptedHost::ReadFile(file), expected);
 }
 
-TEST_F(GridFile, NoNameFailsWithoutAWordOrAFile) {
-    Set(1, "5|0|0");
-    EXPECT_FALSE(Save(""));
-    EXPECT_TRUE(grid->Grid()->Modified());
-    EXPECT_EQ(FilesInFolder(), 0U);
-}
-
-TEST_F(GridFile, APlaceThatCannotBeWrittenIsReportedOnce) {
-    Set(1, "5|0|0");
-    std::filesystem::create_directory(host.folder / "dossier.nx3");
-    for (const char* name : {"absent/grille.nx3", "dossier.nx3"}) {
-        host.boxes.clear();
-        host.Expect(platform::MessageButton::Ok);
-        EXPECT_FALSE(Save(host.PathOf(name)));
-        EXPECT_TRUE(LastBox().starts_with("Error Nr 75 : ")) << LastBox();
-        EXPECT_TRUE(LastBox().ends_with("Module : wGrid\r\nFunction : SaveFile")) << LastBox();
-        EXPECT_EQ(host.boxes.size(), 1U);
-        EXPECT_TRUE(grid->Grid()->Modified());
+TEST_F(GridFile, ASavedGridComesBackWholeWithoutHistory) {
+    for (int i = 1; i <= 81; ++i) {
+        Set(document, i,
+            std::to_string(i % 10) + (i % 3 == 0 ? "|1|" : "|0|") + std::to_string(i * 2 % 1024));
     }
+    ASSERT_TRUE(document.SaveFile(file));
+    GridDocument other;
+    other.EnterValue(1, 5, {});
+    ASSERT_TRUE(other.LoadFile(file));
+    for (int i = 1; i <= 81; ++i) EXPECT_EQ(StateText(other, i), StateText(document, i)) << i;
+    EXPECT_FALSE(other.Modified() || other.CanUndo());
+    EXPECT_EQ(other.Grid().Cells(1)->Avail(2), document.Grid().Cells(1)->Avail(2));
 }
 
-TEST_F(GridFile, AFullDiskLeavesTheOldFileWhole) {
-    ASSERT_TRUE(Save(file));
+TEST_F(GridFile, AFailedSaveLeavesTheOldFileAndTheModifiedMark) {
+    ASSERT_TRUE(document.SaveFile(file));
     const std::string before = ScriptedHost::ReadFile(file);
-    Set(1, "5|0|0");
-    host.Expect(platform::MessageButton::Ok);
-    // No file may grow beyond 100 bytes for a moment.
+    Set(document, 1, "5|0|0");
+    EXPECT_FALSE(document.SaveFile(host.PathOf("absent/grille.nx3")));
+    EXPECT_FALSE(document.SaveFile(host.folder.string()));
+    // No file may grow beyond 100 bytes for a moment, as on a full disk.
     rlimit usual{};
     getrlimit(RLIMIT_FSIZE, &usual);
     rlimit tight = usual;
     tight.rlim_cur = 100;
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &tight);
-    const bool saved = Save(file);
+    EXPECT_FALSE(document.SaveFile(file));
     setrlimit(RLIMIT_FSIZE, &usual);
     std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(saved);
-    EXPECT_TRUE(LastBox().starts_with("Error Nr 75 : ")) << LastBox();
-    EXPECT_TRUE(grid->Grid()->Modified());
+    EXPECT_TRUE(document.Modified());
     EXPECT_EQ(ScriptedHost::ReadFile(file), before);
     EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-// ---- What is read.
-
-TEST_F(GridFile, MissingKeysAreEmptyCells) {
-    Set(1, "9|1|1022");
-    ASSERT_TRUE(Load("[]\r\n12=7|1|0\r\n13=0|0|36\r\n"));
-    EXPECT_EQ(State(1), "0|0|0");
-    EXPECT_EQ(State(12), "7|1|0");
-    EXPECT_EQ(State(13), "0|0|36");
-}
-
-TEST_F(GridFile, WhatDoesNotBelongToTheGridIsIgnored) {
+TEST_F(GridFile, OnlyTheRecordsOfTheNamelessSectionCount) {
+    Set(document, 1, "9|1|1022");
     ASSERT_TRUE(
-        Load("1=9|1|0\r\n[Autre]\r\n2=9|1|0\r\n[]\r\n; 3=9|1|0\r\n82=abc\r\nx=y\r\n5=5|0|0\r\n5=6|0|0\r\n"));
-    EXPECT_EQ(State(1) + " " + State(2) + " " + State(3) + " " + State(5), "0|0|0 0|0|0 0|0|0 5|0|0");
+        Load("1=9|1|0\r\n[Autre]\r\n2=9|1|0\r\n[]\r\n; 3=9|1|0\r\n82=abc\r\nx=y\r\n5=5|0|0\r\n5=6|0|0\r\n"
+             "81=7|1|36"));
+    EXPECT_EQ(States({1, 2, 3, 5, 81}), "0|0|0 0|0|0 0|0|0 5|0|0 7|1|36 ");
+    // Candidates come from the values, not from the file.
+    EXPECT_FALSE(document.Grid().Cells(80)->Avail(7));
+    EXPECT_TRUE(document.Grid().Cells(80)->Avail(9));
 }
 
 TEST_F(GridFile, FormsThatOtherProgramsWriteAreUnderstood) {
-    const std::string records[] = {
+    const std::string files[] = {
         "[]\n12=7|1|36\n",                            // line feeds alone
-        "\xEF\xBB\xBF[]\r\n12=7|1|36\r\n",            // byte order mark
-        "[]\r\n12=\"7|1|36\"\r\n",                    // quotes
+        "\xEF\xBB\xBF[]\r\n12=\"7|1|36\"\r\n",        // byte order mark, quotes
         " [ ] \r\n  12  =  7|1|36  \r\n",             // blanks
-        "[]\r\n12=7|1|37",                            // an odd mask, no end of line
         std::string("[]\r\n12=7|1|36\0x|y\r\n", 19),  // all behind a NUL is cut
     };
-    for (const std::string& bytes : records) {
+    for (const std::string& bytes : files) {
         ASSERT_TRUE(Load(bytes)) << bytes;
-        EXPECT_EQ(State(12), "7|1|36") << bytes;
+        EXPECT_EQ(States({12}), "7|1|36 ") << bytes;
     }
 }
 
-TEST_F(GridFile, LoadingReplacesTheStateAroundTheCells) {
-    Enter(1, "5|0|0");
-    frame.hidden = true;
-    ASSERT_TRUE(Load("[]\r\n1=7|1|0\r\n"));
-    EXPECT_FALSE(grid->Grid()->Modified());
-    EXPECT_TRUE(grid->ctrlCells(2).NoMask());
-    // Candidates come from the values, not from the file; the old history is gone.
-    EXPECT_FALSE(Cell(9).Avail(7));
-    EXPECT_TRUE(Cell(9).Avail(5));
-    EXPECT_EQ(grid->ctrlCells(1).lblValue().text, "7");
-    grid->SetFocus();
-    host.Expect(platform::MessageButton::Ok);
-    grid->Undo();
-    EXPECT_EQ(LastBox(), "Rien à annuler");
-}
-
-TEST_F(GridFile, WhatIsNoFileFailsAtOnceAndChangesNothing) {
-    Enter(1, "5|0|0");
+TEST_F(GridFile, WhatCannotBeReadChangesNothing) {
+    document.EnterValue(1, 5, {});
+    const std::pair<const char*, int> damaged[] = {{"[]\n1=1|1|0\n2=256|1|0\n", ErrorNumber::Overflow},
+                                                   {"[]\n1=1|1|0\n2=abc|1|0\n", ErrorNumber::TypeMismatch},
+                                                   {"[]\n1=1|1|0\n81=7|1\n", ErrorNumber::OutOfBounds},
+                                                   {"[]\n1=1|1|0\n81=\n", ErrorNumber::OutOfBounds}};
+    for (const auto& [bytes, error] : damaged) EXPECT_EQ(ErrorOfLoading(bytes), error) << bytes;
     const std::string pipe = host.PathOf("tube");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::string& path : {host.PathOf("absent.nx3"), host.folder.string(), pipe, std::string()}) {
-        EXPECT_FALSE(grid->LoadFile(QString::fromStdString(path))) << path;
+        EXPECT_FALSE(document.LoadFile(path)) << path;
     }
-    EXPECT_EQ(State(1), "5|0|0");
-    EXPECT_TRUE(grid->Grid()->Modified());
-}
-
-TEST_F(GridFile, ARecordThatDoesNotConvertStopsTheLoadThere) {
-    EXPECT_EQ(ErrorOfLoading("[]\n1=1|1|0\n2=256|1|0\n3=3|1|0\n"), ErrorNumber::Overflow);
-    EXPECT_EQ(State(1) + " " + State(2) + " " + State(3), "1|1|0 0|0|0 0|0|0");
-    EXPECT_EQ(ErrorOfLoading("[]\n1=abc|1|0\n"), ErrorNumber::TypeMismatch);
-    EXPECT_EQ(ErrorOfLoading("[]\n1=1|vrai|0\n"), ErrorNumber::TypeMismatch);
-    EXPECT_EQ(ErrorOfLoading("[]\n1=1|0|1e10\n"), ErrorNumber::Overflow);
-    EXPECT_EQ(ErrorOfLoading("[]\n81=7|1\n"), ErrorNumber::OutOfBounds);
-    EXPECT_EQ(ErrorOfLoading("[]\n81=\n"), ErrorNumber::OutOfBounds);
+    EXPECT_EQ(States({1, 2}), "5|0|0 0|0|0 ");
+    EXPECT_TRUE(document.Modified() && document.CanUndo());
 }
 
 }  // namespace

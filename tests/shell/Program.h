@@ -10,10 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "document/CellState.h"
-#include "document/ctrlCell.h"
-#include "document/wGrid.h"
-#include "engine/clsGrid.h"
+#include "document/DocumentSupport.h"
+#include "document/window/ctrlCell.h"
+#include "document/window/wGrid.h"
 #include "settings/IniParamProcs.h"
 #include "shell/Palette.h"
 #include "shell/wMain.h"
@@ -54,18 +53,15 @@ class Program : public testing::Test {
 
     // ---- Grids.
     wGrid& Active() const { return *main->ActiveGrid(); }
-    clsCell& Cell(int index) const { return *Active().Grid()->Cells(index); }
-    std::string State(int index) const { return RecordText(Cell(index)); }
+    GridDocument& Document() const { return Active().Document(); }
+    std::string State(int index) const { return StateText(Document(), index); }
     void Set(int index, std::string_view record) const {
-        const CellState state = ParseRecord(record);
-        Active().ctrlCells(index).Value(state.value);
-        Active().ctrlCells(index).Locked(state.locked);
-        ApplyExclusionMask(Cell(index), state.mask);
+        ::Set(Document(), index, record);
         Active().UpdateGrid();
     }
     Texts Captions() const {
         Texts captions;
-        for (const wGrid* grid : main->Grids()) captions.push_back(grid->Caption().toStdString());
+        for (const OpenGrid& grid : main->Grids()) captions.push_back(grid->Caption().toStdString());
         return captions;
     }
     void Activate(std::size_t number) const {

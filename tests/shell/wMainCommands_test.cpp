@@ -1,10 +1,12 @@
 // The commands of the menus and of the toolbar.
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
 #include <functional>
+#include <map>
 #include <utility>
 
 #include "Program.h"
@@ -67,7 +69,111 @@ TEST_F(Commands, ARunRefusesWhateverWouldDisturbIt) {
     EXPECT_TRUE(tried);
     EXPECT_EQ(host.boxes.size(), 1U) << "the question before the run";
     EXPECT_EQ(Captions(), Texts{"Grille1"});
-    EXPECT_TRUE(Active().IsComplete());
+    EXPECT_TRUE(Document().IsComplete());
+}
+
+TEST_F(Commands, EveryShortcutReachesItsCommand) {
+    Setting("Options", "LevelAsk", "1");
+    NewPuzzle();
+    int opened = 0;
+    const auto boxIs = [this](const char* start, MessageButton answer) {
+        return [this, start, answer](const std::function<void()>& press) {
+            host.Expect(answer);
+            press();
+            EXPECT_TRUE(LastBox().starts_with(start)) << LastBox();
+        };
+    };
+    const auto asksForFile = [this](bool save) {
+        return [this, save](const std::function<void()>& press) {
+            host.ExpectFile("");
+            press();
+            EXPECT_EQ(host.questions.back().save, save);
+        };
+    };
+    const auto opensDialog = [&opened](const char* name) {
+        return [name, &opened](const std::function<void()>& press) {
+            InNextDialog([name, &opened](QWidget& dialog) {
+                EXPECT_EQ(dialog.objectName(), name);
+                ++opened;
+            });
+            press();
+        };
+    };
+    const auto grids = [this](std::size_t count) {
+        return [this, count](const std::function<void()>& press) {
+            press();
+            EXPECT_EQ(main->Grids().size(), count);
+        };
+    };
+    const auto cellIs = [this](const char* state) {
+        return [this, state](const std::function<void()>& press) {
+            press();
+            EXPECT_EQ(State(1), state);
+        };
+    };
+    const auto toggles = [this](const char* mode) {
+        return [this, mode](const std::function<void()>& press) {
+            const bool before = Item(mode).isChecked();
+            press();
+            EXPECT_NE(Item(mode).isChecked(), before);
+        };
+    };
+    struct Key {
+        QKeyCombination key;
+        std::function<void(const std::function<void()>&)> expect;
+    };
+    Active().ctrlCells(1).DoSelect();
+    main->cmdMask_Click(1);
+    const Key keys[] = {
+        {Qt::CTRL | Qt::Key_Z, cellIs("0|0|0")},
+        {Qt::CTRL | Qt::Key_Y, cellIs("0|0|2")},
+        {Qt::CTRL | Qt::Key_Z, cellIs("0|0|0")},
+        {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, cellIs("0|0|2")},
+        {Qt::CTRL | Qt::Key_I, toggles("mnuGridConfig")},
+        {Qt::CTRL | Qt::Key_H, toggles("mnuGridHelpNone")},
+        {Qt::CTRL | Qt::Key_M, toggles("mnuGridNoAutoMasks")},
+        {Qt::CTRL | Qt::Key_O, asksForFile(false)},
+        {Qt::CTRL | Qt::Key_S, asksForFile(true)},
+        {Qt::CTRL | Qt::SHIFT | Qt::Key_S, asksForFile(true)},
+        {Qt::CTRL | Qt::Key_P, opensDialog("wPrinter")},
+        {Qt::CTRL | Qt::Key_R, boxIs("Attention, vous allez rétablir", MessageButton::Cancel)},
+        {Qt::Key_F9, boxIs("Attention, vous allez résoudre", MessageButton::Cancel)},
+        {Qt::Key_F4, boxIs("Il n'y a aucune erreur.", MessageButton::Ok)},
+        {Qt::CTRL | Qt::Key_D, grids(2)},
+        {Qt::CTRL | Qt::Key_G, grids(3)},
+        {Qt::CTRL | Qt::Key_N, grids(4)},
+        {Qt::CTRL | Qt::Key_W, grids(3)},
+    };
+    for (const Key& key : keys) {
+        SCOPED_TRACE(QKeySequence(key.key).toString().toStdString());
+        key.expect([&] {
+            QApplication::setActiveWindow(main.get());
+            QTest::keyClick(main.get(), key.key.key(), key.key.keyboardModifiers());
+            ServeEvents();
+        });
+    }
+    opensDialog("wOptions")([this] { Run("mnuEditOptions"); });
+    EXPECT_EQ(opened, 2);
+    QApplication::setActiveWindow(main.get());
+    QTest::keyClick(main.get(), Qt::Key_F1);
+    EXPECT_EQ(host.helpCalls, Texts{"contents " + host.PathOf("Ninarix.chm")});
+    EXPECT_EQ(host.beeps, 0);
+    host.AnswerAlways(MessageButton::No);
+    QTest::keyClick(main.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(main->isVisible());
+}
+
+TEST_F(Commands, NoTwoActionsAnswerToTheSameKey) {
+    Run("mnuFileNew");
+    std::map<QString, QString> owners;
+    for (const QAction* action : main->findChildren<QAction*>()) {
+        for (const QKeySequence& key : action->shortcuts()) {
+            const auto [owner, isNew] = owners.try_emplace(key.toString(), action->text());
+            EXPECT_TRUE(isNew) << key.toString().toStdString() << ": " << owner->second.toStdString() << ", "
+                               << action->text().toStdString();
+        }
+    }
+    EXPECT_GE(owners.size(), 20U);
 }
 
 // ---- New and generated grids.
@@ -79,7 +185,7 @@ TEST_F(Commands, NewGridsNeverReuseANumber) {
     Run("mnuFileClose");
     Run("mnuFileNew");
     EXPECT_EQ(Captions(), Texts{"Grille3"});
-    EXPECT_FALSE(Active().Grid()->Modified());
+    EXPECT_FALSE(Document().Modified());
 }
 
 TEST_F(Commands, AGeneratedGridIsShownAndLeavesInitialisationMode) {
@@ -109,14 +215,21 @@ TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
     EXPECT_EQ(Captions().size(), 2U);
 }
 
-TEST_F(Commands, ACancelledGenerationIsReportedAndThrownAway) {
+TEST_F(Commands, ACancelledGenerationDisturbsNoWindow) {
     Setting("Options", "LevelAsk", "1");
-    Run("mnuGridConfig");
+    Run("mnuFileNew");
+    Active().ctrlCells(5).DoSelect();
+    int activations = 0;
+    QObject::connect(qobject_cast<QMdiArea*>(main->centralWidget()), &QMdiArea::subWindowActivated,
+                     [&] { ++activations; });
     host.onYield = [this] { Child<wCancel>(*main, "wCancel").cmdCancel_Click(); };
     host.Expect(MessageButton::Ok);
     Run("mnuFileCreate");
     ExpectBox("Le temps de création est dépassé.\rTentez une nouvelle génération.", 16);
-    EXPECT_TRUE(Captions().empty());
+    EXPECT_EQ(Captions(), Texts{"Grille1"});
+    EXPECT_EQ(Title(), "Ninarix - Grille1");
+    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
+    EXPECT_EQ(activations, 0);
     EXPECT_FALSE(main->InitialisationMode());
     EXPECT_EQ(main->findChild<wCancel*>(), nullptr);
 }
@@ -172,27 +285,43 @@ TEST_F(Commands, EveryOpenAndEveryNewGridObeysTheModes) {
     Run("mnuFileNew");
     Set(1, "5|0|0");
     Run("mnuGridNoAutoMasks");
-    for (const wGrid* grid : main->Grids()) EXPECT_TRUE(grid->ctrlCells(2).Mask(5));
+    for (const OpenGrid& grid : main->Grids()) EXPECT_TRUE(grid->ctrlCells(2).Mask(5));
     Run("mnuGridHelpNone");
     Run("mnuFileNew");
-    for (const wGrid* grid : main->Grids()) {
+    for (const OpenGrid& grid : main->Grids()) {
         EXPECT_FALSE(grid->ctrlCells(2).Mask(6));
         EXPECT_TRUE(grid->NoAutoMask());
     }
 }
 
 TEST_F(Commands, AToolButtonRunsTheCommandOfItsKey) {
-    auto& toolbar = Child<QToolBar>(*main, "tbrTools");
+    const auto& toolbar = Child<QToolBar>(*main, "tbrTools");
+    std::string keys;
+    for (const QAction* button : toolbar.actions()) {
+        EXPECT_FALSE(button->icon().pixmap(32, 32).isNull()) << button->objectName().toStdString();
+        EXPECT_FALSE(button->toolTip().isEmpty());
+        keys += button->objectName().mid(9).chopped(1).toStdString() + " ";
+    }
+    EXPECT_EQ(
+        keys,
+        "mnuFileQuit mnuFileNew mnuFileCreate mnuFileOpen mnuFileClose mnuFileSave mnuFilePrint mnuEditUndo "
+        "mnuEditRedo mnuGridConfig mnuGridHelpNone mnuGridNoAutoMasks mnuHelpSolve mnuHelpAsk ");
     QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileNew")), Qt::LeftButton);
     EXPECT_EQ(Captions(), Texts{"Grille1"});
     QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileClose")), Qt::LeftButton);
     ServeEvents();
     EXPECT_TRUE(Captions().empty());
-    for (const QAction* button : toolbar.actions()) {
-        const QString command = button->objectName().mid(9).chopped(1) + "_Click()";
-        EXPECT_GE(main->metaObject()->indexOfSlot(command.toLatin1()), 0) << command.toStdString();
-        EXPECT_FALSE(button->icon().pixmap(32, 32).isNull()) << command.toStdString();
+    // What needs a grid says so; the others are told apart by what they ask for.
+    for (const char* key :
+         {"mnuFileSave", "mnuFilePrint", "mnuEditUndo", "mnuEditRedo", "mnuHelpSolve", "mnuHelpAsk"}) {
+        host.beeps = 0;
+        Tool(key).trigger();
+        EXPECT_EQ(host.beeps, 1) << key;
     }
+    host.ExpectFile("");
+    Tool("mnuFileOpen").trigger();
+    Tool("mnuFileQuit").trigger();
+    EXPECT_FALSE(main->isVisible());
 }
 
 // ---- Copies.
@@ -207,7 +336,6 @@ TEST_F(Commands, CopiesAreCountedByTheirBaseName) {
     // A closed copy's number comes again.
     main->Grids()[1]->Discard();
     main->Grids()[1]->parentWidget()->close();
-    ServeEvents();
     Run("mnGridCopy");
     EXPECT_EQ(Captions().back(), "Grille1 (3)");
 }
@@ -225,6 +353,41 @@ TEST_F(Commands, NoCharacterOfANameIsAPattern) {
     Open(GridFile("a1.nx3"));
     Run("mnGridCopy");
     EXPECT_EQ(Captions().back(), "a1 (1)");
+}
+
+// ---- A grid that was closed.
+
+TEST_F(Commands, AClosedGridIsNoActiveGridFromThatMomentOn) {
+    for (void (wMain::*command)() : {&wMain::mnuHelpSolve_Click, &wMain::mnuHelpAsk_Click}) {
+        host.beeps = 0;
+        main->mnuFileNew_Click();
+        main->mnuFileClose_Click();  // its memory waits for the event loop
+        EXPECT_FALSE(main->ActiveGrid());
+        EXPECT_EQ(main->Cell(), nullptr);
+        EXPECT_EQ(Title(), "Ninarix");
+        ((*main).*command)();
+        EXPECT_GE(host.beeps, 1);
+        ServeEvents();
+    }
+    EXPECT_TRUE(host.boxes.empty());
+}
+
+TEST_F(Commands, AGridThatIsClosedDuringAQuestionIsLeftAlone) {
+    struct Case {
+        const char* command;
+        MessageButton answer;
+    };
+    for (const Case& c : {Case{"mnuHelpSolve", MessageButton::Ok}, {"mnuGridReinit", MessageButton::Ok}}) {
+        NewPuzzle();
+        host.onShow = [this] {
+            Active().Discard();
+            Run("mnuFileClose");
+        };
+        host.Expect(c.answer);
+        Run(c.command);
+        EXPECT_TRUE(Captions().empty()) << c.command;
+    }
+    host.onShow = {};
 }
 
 // ---- Checking and solving.

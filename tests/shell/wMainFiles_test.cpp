@@ -1,5 +1,6 @@
 // Opening and saving.
 
+#include <QDialog>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -7,6 +8,7 @@
 #include <QWindow>
 
 #include "Program.h"
+#include "document/window/BusyGuard.h"
 
 namespace {
 
@@ -54,7 +56,7 @@ TEST_F(Files, AnOpenedFileIsShownAndRemembered) {
     EXPECT_FALSE(host.questions[0].save);
     EXPECT_EQ(Captions(), Texts{"Été 1"});
     EXPECT_EQ(State(1), "7|1|0");
-    EXPECT_FALSE(Active().Grid()->Modified());
+    EXPECT_FALSE(Document().Modified());
     EXPECT_FALSE(main->InitialisationMode());
     EXPECT_EQ(RecentFiles(), Texts{file});
     EXPECT_EQ(Setting("Files", "LastOpened"), Folder());
@@ -62,7 +64,10 @@ TEST_F(Files, AnOpenedFileIsShownAndRemembered) {
 }
 
 TEST_F(Files, AFileThatCannotBeReadIsReportedAndLeavesNoWindow) {
+    const std::string open = GridFile("a.nx3");
+    Open(open);
     Run("mnuFileNew");
+    Active().ctrlCells(5).DoSelect();
     const std::pair<std::string, const char*> files[] = {
         {host.PathOf("absent.nx3"), "Error Nr 53"},
         {GridFile("b.nx3", "256|0|0"), "Error Nr 6 "},
@@ -77,8 +82,10 @@ TEST_F(Files, AFileThatCannotBeReadIsReportedAndLeavesNoWindow) {
         EXPECT_TRUE(LastBox().starts_with(error)) << LastBox();
         EXPECT_TRUE(LastBox().ends_with("Module : wMain\r\nFunction : OpenGridFile")) << LastBox();
     }
-    EXPECT_EQ(Captions(), Texts{"Grille1"});
-    EXPECT_EQ(Title(), "Ninarix - Grille1");
+    EXPECT_EQ(Captions(), (Texts{"a", "Grille1"}));
+    EXPECT_EQ(Title(), "Ninarix - Grille1") << "the active grid stays active";
+    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
+    EXPECT_TRUE(main->InitialisationMode());
     EXPECT_TRUE(RecentFiles().empty());
     EXPECT_EQ(Setting("Files", "LastOpened"), Folder());
     EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
@@ -102,6 +109,26 @@ TEST_F(Files, AnOpenFileIsReloadedOnlyOnRequest) {
     EXPECT_EQ(Captions(), Texts{"a"});
     EXPECT_EQ(State(1) + " " + State(2), "7|1|0 0|0|0");
     EXPECT_EQ(PathPanel(), file);
+}
+
+TEST_F(Files, AReloadThatFailsLosesNothing) {
+    const std::string file = GridFile("a.nx3");
+    Open(file);
+    Set(2, "5|0|0");
+    for (const char* damage : {"[]\r\n1=abc|0|0\r\n", ""}) {
+        if (*damage == '\0') {
+            std::filesystem::remove(file);
+        } else {
+            ScriptedHost::WriteFile(file, damage);
+        }
+        host.Expect(MessageButton::Ok);  // reload
+        host.Expect(MessageButton::Ok);  // the report
+        EXPECT_FALSE(Open(file));
+        EXPECT_TRUE(LastBox().starts_with("Error Nr ")) << LastBox();
+        EXPECT_EQ(Captions(), Texts{"a"});
+        EXPECT_EQ(State(1) + " " + State(2), "7|1|0 5|0|0");
+        EXPECT_TRUE(Document().Modified());
+    }
 }
 
 TEST_F(Files, EveryWindowOfAFileIsAskedAbout) {
@@ -167,7 +194,7 @@ TEST_F(Files, AFirstSaveAsksOnceALaterOneNever) {
     const std::string file = host.PathOf("neuf.nx3");
     host.ExpectFile(file);
     Run("mnuFileSave");
-    EXPECT_FALSE(Active().Grid()->Modified());
+    EXPECT_FALSE(Document().Modified());
     Set(1, "6|1|0");
     Run("mnuFileSave");
     EXPECT_EQ(host.questions.size(), 1U);
@@ -183,7 +210,7 @@ TEST_F(Files, ACancelledFirstSaveIsSilent) {
     Run("mnuFileSave");
     EXPECT_TRUE(host.boxes.empty() && RecentFiles().empty());
     EXPECT_EQ(host.beeps, 0);
-    EXPECT_TRUE(Active().Grid()->Modified());
+    EXPECT_TRUE(Document().Modified());
     EXPECT_EQ(Active().Caption(), "Grille1");
 }
 
@@ -196,7 +223,7 @@ TEST_F(Files, AFailedSaveKeepsTheOldFileAndName) {
     Run("mnuFileSaveAs");
     EXPECT_TRUE(LastBox().starts_with("Error Nr 75")) << LastBox();
     EXPECT_EQ(PathPanel(), file);
-    EXPECT_TRUE(Active().Grid()->Modified());
+    EXPECT_TRUE(Document().Modified());
     EXPECT_EQ(RecentFiles(), Texts{file});
 }
 
@@ -210,6 +237,72 @@ TEST_F(Files, DroppedFilesAreOpenedInOrderAfterTheDrop) {
     ServeEvents();
     EXPECT_EQ(Captions(), (Texts{"c", "a", "b"}));
     EXPECT_TRUE(RecentFiles().empty());
+}
+
+TEST_F(Files, AFileThatIsDroppedTwiceIsReloadedOnce) {
+    const std::string file = GridFile("a.nx3");
+    Open(file);
+    Set(2, "5|0|0");
+    QMimeData data;
+    data.setUrls(Urls({file, file}));
+    // While the question is open the same file comes once more.
+    host.onShow = [&] {
+        host.onShow = {};
+        main->OpenGridFile(QString::fromStdString(file));
+    };
+    host.AnswerAlways(MessageButton::Ok);
+    EXPECT_TRUE(Drop(data));
+    ServeEvents();
+    EXPECT_EQ(Captions(), Texts{"a"});
+    EXPECT_EQ(State(1) + " " + State(2), "7|1|0 0|0|0");
+    EXPECT_EQ(Title(), "Ninarix - a");
+}
+
+TEST_F(Files, AGridThatIsReplacedWhileItsSaveDialogIsOpenIsNotSaved) {
+    const std::string file = GridFile("a.nx3");
+    Open(file);
+    Set(2, "5|0|0");
+    host.onShow = [&] {
+        host.onShow = {};
+        host.AnswerAlways(MessageButton::Ok);
+        main->OpenGridFile(QString::fromStdString(file));
+    };
+    host.ExpectFile(host.PathOf("b.nx3"));
+    Run("mnuFileSaveAs");
+    EXPECT_FALSE(std::filesystem::exists(host.PathOf("b.nx3")));
+    EXPECT_EQ(Captions(), Texts{"a"});
+}
+
+// What is dragged onto a window that waits for a dialog is refused; what was dropped before waits for it.
+TEST_F(Files, ADropAndADialogDoNotMeet) {
+    QMimeData data;
+    data.setUrls(Urls({GridFile("a.nx3")}));
+    ASSERT_TRUE(Drop(data));
+    QDialog dialog(main.get());
+    dialog.setModal(true);
+    dialog.show();
+    ServeEvents();
+    EXPECT_TRUE(Captions().empty());
+    QMimeData later;
+    later.setUrls(Urls({GridFile("b.nx3")}));
+    EXPECT_FALSE(Drop(later));
+    dialog.close();
+    ServeEvents();
+    EXPECT_EQ(Captions(), Texts{"a"});
+}
+
+TEST_F(Files, ADropWaitsForTheEndOfARun) {
+    QMimeData data;
+    data.setUrls(Urls({GridFile("a.nx3")}));
+    ASSERT_TRUE(Drop(data));
+    {
+        const BusyGuard run(main.get());
+        ServeEvents();
+        EXPECT_TRUE(Captions().empty());
+    }
+    ServeEvents();
+    EXPECT_EQ(Captions(), Texts{"a"});
+    EXPECT_EQ(host.beeps, 0);
 }
 
 TEST_F(Files, WhatHoldsNoFileIsRefused) {

@@ -1,9 +1,13 @@
 // Entering values and exclusions.
 
 #include <QTest>
+#include <algorithm>
 #include <functional>
+#include <map>
+#include <utility>
 
 #include "Program.h"
+#include "support/DigitReader.h"
 
 namespace {
 
@@ -50,11 +54,6 @@ class PaletteTest : public RunningProgram {
         EXPECT_EQ(host.beeps, 1) << digit;
         EXPECT_EQ(State(1), before) << digit;
     }
-    void ExpectNoHistory() {
-        host.Expect(platform::MessageButton::Ok);
-        Run("mnuEditUndo");
-        EXPECT_EQ(LastBox(), "Rien à annuler");
-    }
 };
 
 // ---- Colours.
@@ -96,39 +95,101 @@ TEST_F(PaletteTest, HiddenMasksLeaveOnlyTheValues) {
     EXPECT_TRUE(ClearButtonsEnabled());
 }
 
+TEST_F(PaletteTest, StatesAreSeenByColourAndByMark) {
+    Set(9, "5|0|0");
+    Set(1, "0|0|8");
+    Palette& palette = main->picPalette();
+    const auto pictureOf = [](QWidget& button) {
+        return button.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    // The colour that most of a button has.
+    const auto fill = [&](PaletteButton& button) {
+        std::map<QRgb, int> counts;
+        const QImage image = pictureOf(button);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) ++counts[image.pixel(x, y)];
+        const auto most =
+            std::ranges::max_element(counts, {}, [](const auto& count) { return count.second; });
+        return QColor(most->first).name().toStdString();
+    };
+    EXPECT_EQ(fill(palette.cmdMask(1)), "#00cc00");
+    EXPECT_EQ(fill(palette.cmdMask(3)), "#cc0000");
+    EXPECT_EQ(fill(palette.cmdMask(5)), "#888888");
+    EXPECT_EQ(fill(palette.cmdValue(1)), "#888888");
+    for (int i = 1; i <= 9; ++i) {
+        const QImage image = pictureOf(palette.cmdValue(i));
+        const QRect middle = image.rect().adjusted(4, 4, -4, -4);
+        EXPECT_EQ(DigitReader::Read(image, middle, QColor(0x88, 0x88, 0x88)).digit, i);
+    }
+    // Without colours: an excluded digit is struck out, an allowed one has a tick in its corner.
+    const auto ink = [&](PaletteButton& button, const QRect& part, const char* paper) {
+        return DigitReader::Read(pictureOf(button), part, QColor(paper)).digit != 0;
+    };
+    const QRect area = palette.cmdMask(1).rect();
+    const int unit = std::min(area.width(), area.height()) / 10;
+    const QRect tick(area.right() - 2 * unit - 2, area.bottom() - 4 * unit, 2 * unit, 2 * unit);
+    const QRect strokeEnd(area.right() - 4 * unit, area.top() + unit, 3 * unit, 3 * unit);
+    EXPECT_TRUE(ink(palette.cmdMask(1), tick, "#00cc00"));
+    EXPECT_FALSE(ink(palette.cmdMask(1), strokeEnd, "#00cc00"));
+    EXPECT_TRUE(ink(palette.cmdMask(3), strokeEnd, "#cc0000"));
+    EXPECT_FALSE(ink(palette.cmdValue(1), tick, "#888888"));
+    EXPECT_FALSE(ink(palette.cmdValue(1), strokeEnd, "#888888"));
+    EXPECT_TRUE(ink(palette.cmdValue(0), palette.cmdValue(0).rect().adjusted(6, 6, -6, -6), "#888888"))
+        << "the clear button has a picture";
+}
+
+TEST_F(PaletteTest, ItsColumnsFillThePanelFromTheTop) {
+    Palette& palette = main->picPalette();
+    for (const QSize size : {QSize(150, 480), QSize(190, 900)}) {
+        palette.resize(size);
+        QRect last;
+        for (int i = 0; i <= 9; ++i) {
+            const auto place = [&](PaletteButton& button) {
+                return QRect(button.mapTo(&palette, QPoint()), button.size());
+            };
+            const QRect value = place(palette.cmdValue(i));
+            const QRect mask = place(palette.cmdMask(i));
+            EXPECT_TRUE(palette.rect().contains(value) && palette.rect().contains(mask)) << i;
+            EXPECT_EQ(value.size(), mask.size());
+            EXPECT_EQ(value.top(), mask.top());
+            EXPECT_LT(value.right(), mask.left() - 10);
+            EXPECT_GE(value.top(), last.bottom() + 10) << i;
+            EXPECT_GT(value.height(), size.height() / 18);
+            last = value;
+        }
+        EXPECT_GT(last.bottom(), size.height() - 40);
+    }
+}
+
+TEST_F(PaletteTest, EachButtonSaysWhatItDoes) {
+    Palette& palette = main->picPalette();
+    const std::pair<PaletteButton&, const char*> texts[] = {
+        {palette.cmdValue(0), "Effacement de la valeur de la cellule active"},
+        {palette.cmdMask(0), "Effacement des inhibitions de la cellule active"},
+        {palette.cmdValue(3), "Affectation de la valeur 3 à la cellule active"},
+        {palette.cmdMask(3), "Inhibition de la valeur 3pour la cellule active"}};
+    for (const auto& [button, text] : texts) {
+        EXPECT_EQ(button.toolTip(), text);
+        EXPECT_EQ(button.accessibleName(), text);
+    }
+}
+
 // ---- Values.
 
-TEST_F(PaletteTest, ImpossibleAndExcludedDigitsAreRefusedWhileMasksAreShown) {
+TEST_F(PaletteTest, ARefusedDigitBeepsAndIsNoChange) {
     Set(9, "5|0|0");
     Set(1, "0|0|8");
     ExpectRefused(5);
     ExpectRefused(3);
-    ExpectNoHistory();
     Run("mnuGridHelpNone");
     main->cmdValue_Click(5);
     EXPECT_EQ(State(1), "5|0|8");
-    main->cmdValue_Click(3);
-    EXPECT_EQ(State(1), "3|0|8");
-}
-
-TEST_F(PaletteTest, AGivenChangesInInitialisationModeOnly) {
     Set(1, "7|1|0");
     ExpectRefused(4);
     ExpectRefused(0);
-    ExpectNoHistory();
     Run("mnuGridConfig");
     main->cmdValue_Click(4);
     EXPECT_EQ(State(1), "4|1|0");
-}
-
-TEST_F(PaletteTest, InitialisationModeLocksWhatIsTypedAndUnlocksWhatIsCleared) {
-    main->cmdValue_Click(4);
-    EXPECT_EQ(State(1), "4|0|0");
-    Run("mnuGridConfig");
-    main->cmdValue_Click(6);
-    EXPECT_EQ(State(1), "6|1|0");
-    main->cmdValue_Click(0);
-    EXPECT_EQ(State(1), "0|0|0");
 }
 
 TEST_F(PaletteTest, EveryEntryUpdatesCandidatesPaletteAndHistory) {
@@ -136,6 +197,7 @@ TEST_F(PaletteTest, EveryEntryUpdatesCandidatesPaletteAndHistory) {
     EXPECT_EQ(State(1), "4|0|0");
     EXPECT_FALSE(Active().ctrlCells(2).Mask(4));
     EXPECT_EQ(Values(), "oooaooooo");
+    EXPECT_EQ(Active().focusWidget(), &Active().ctrlCells(1)) << "the keyboard goes back to the cell";
     QTest::mouseClick(&main->picPalette().cmdMask(2), Qt::LeftButton);
     QTest::mouseClick(&main->picPalette().cmdValue(0), Qt::LeftButton);
     EXPECT_EQ(State(1), "0|0|4");

@@ -138,7 +138,7 @@ TEST_F(Windows, FillTheAreaAtEverySize) {
     for (const QSize size : {QSize(700, 600), QSize(1200, 800), QSize(700, 650)}) {
         main->resize(size);
         ServeEvents();
-        for (const wGrid* grid : main->Grids()) {
+        for (const OpenGrid& grid : main->Grids()) {
             EXPECT_EQ(grid->parentWidget()->geometry(), area->viewport()->rect());
         }
     }

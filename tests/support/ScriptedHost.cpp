@@ -30,6 +30,7 @@ void ScriptedHost::WriteFile(const std::string& path, std::string_view bytes) {
 
 platform::MessageButton ScriptedHost::Show(std::string_view text, int style, int helpContext) {
     boxes.push_back({std::string(text), style, helpContext});
+    if (onShow) onShow();
     if (!answers.empty()) {
         const auto answer = answers.front();
         answers.pop_front();
@@ -54,6 +55,7 @@ std::chrono::nanoseconds ScriptedHost::Now() const {
 
 std::string ScriptedHost::Ask(const platform::FileQuestion& question) {
     questions.push_back(question);
+    if (onShow) onShow();
     if (fileAnswers.empty()) {
         ADD_FAILURE() << "unexpected file question";
         return {};

@@ -45,6 +45,7 @@ class ScriptedHost : public platform::MessageBoxes,
     std::function<std::optional<std::uint32_t>(std::uint32_t, CustomColours&)> onChooseColour;
     platform::MessageButton always{};
     std::function<void()> onYield;
+    std::function<void()> onShow;  // while a message box or a file question is open
     std::chrono::nanoseconds now{0};
     std::chrono::nanoseconds stepPerReading{0};  // added to `now` at every reading of the clock
     std::uint64_t seed = 1;                      // the last seed given; the next one is larger by 1

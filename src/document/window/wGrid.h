@@ -5,61 +5,50 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <string>
 
-#include "document/UndoHistory.h"
+#include "document/GridDocument.h"
 #include "settings/ColorTable.h"
 
 class MainFrame;
-class clsGrid;
 class ctrlCell;
 
-// One open grid: its model, its 81 cell views, its lines and its history. Lives in a sub-window of the main
-// window's area. Public routines report failures through ShowError and end with the default result.
+// Shows one open grid: its 81 cell views and its lines. Passes on to the main window what is entered. Lives
+// in a sub-window of the main window's area. Public routines report failures through ShowError and end with
+// the default result.
 class wGrid : public QWidget {
     Q_OBJECT
 
   public:
-    // An empty grid. `frame` must outlive the window.
-    explicit wGrid(MainFrame& frame, QWidget* parent = nullptr);
+    // Shows this document, and keeps it. `frame` must outlive the window.
+    wGrid(MainFrame& frame, std::unique_ptr<GridDocument> document, QWidget* parent = nullptr);
     ~wGrid() override;
 
-    clsGrid* Grid() const { return grid_.get(); }
+    GridDocument& Document() const { return *document_; }
+    clsGrid* Grid() const { return &document_->Grid(); }
 
     // The file that the grid belongs to, empty for none. Writing it names the window after the file.
-    QString Path() const { return path_; }
+    QString Path() const;
     void Path(const QString& path);
-    QString Caption() const { return caption_; }
-    void Caption(const QString& caption);
+    QString Caption() const;
 
-    bool NoAutoMask() const;
+    bool NoAutoMask() const { return document_->NoAutoMask(); }
     void NoAutoMask(bool flag);
 
     // True when the whole file is on disk; only then the grid counts as not modified. An empty name is false
     // without a report.
     bool SaveFile(const QString& file);
-    // True when all 81 records were applied. False when there is no such file or it cannot be read. A record
-    // that does not convert throws its RuntimeError (6, 9 or 13); cells before it keep what was loaded.
-    bool LoadFile(const QString& file);
 
     // Recomputes candidates and shows them, and the palette, again.
     void UpdateGrid();
-    // Replaces the grid by the givens of a generated one; false, and an empty grid, when that failed. A
-    // BusyGuard must be active.
-    bool CreateGrid();
+    // Shows the cells, and the palette, as the document has them.
+    void ShowCells();
     void SolveGrid();
     // The number of values that differ from the solution of the givens; 0 when there is no solution.
     std::int16_t TestGrid();
-    bool IsComplete() const;
-    void CopyFrom(const wGrid& source, const QString& caption);
     // Empties every cell that is not locked, after a question.
     void Reinit();
-
-    // History records are the cell state before and after a change, joined by "|".
-    void RegUndo(const std::string& record);
     void Undo();
     void Redo();
-
     void PrintGrid();
 
     // ---- For the main window.
@@ -71,6 +60,8 @@ class wGrid : public QWidget {
     void Discard() { discarded_ = true; }
     // Asks about unsaved changes. False: the window must stay open.
     bool AskBeforeUnload();
+    // The window was closed and only waits for the event loop to delete it. See OpenGrid.
+    bool Closed() const { return closed_; }
     // The keyboard goes to the current cell.
     void SetFocus();
 
@@ -79,7 +70,7 @@ class wGrid : public QWidget {
     ctrlCell* CurrentCell() const { return currentCell_; }
 
   signals:
-    // The window is about to go for good.
+    // The window was closed; it is no open grid from now on.
     void Unloading(wGrid* grid);
 
   protected:
@@ -89,27 +80,23 @@ class wGrid : public QWidget {
   private:
     void Form_Load();
     void Form_Resize();
-    void BindCells();
     bool Form_QueryUnload();
     bool SaveOnUnload();
+    void Unload();
+    void ShowCaption();
 
     void ctrlCells_Click(int index);
     void ctrlCells_KeyDown(int index, int keyCode);
     void ctrlCells_Keypress(int index, int keyAscii);
     void MoveTo(int index);
 
-    void Apply(const std::string& record, int firstField);
-
     MainFrame& frame_;
-    // The views listen to the cells of the model: they go first.
-    std::unique_ptr<clsGrid> grid_;
-    std::unique_ptr<clsGrid> solvedCopy_;
+    // The views listen to its cells: they go first.
+    std::unique_ptr<GridDocument> document_;
     std::array<ctrlCell*, 81> cells_{};
     std::array<QWidget*, 10> picV_{};
     std::array<QWidget*, 10> picH_{};
     ctrlCell* currentCell_ = nullptr;
-    UndoHistory history_;
-    QString path_;
-    QString caption_;
     bool discarded_ = false;
+    bool closed_ = false;
 };

@@ -3,11 +3,11 @@
 
 #include <QApplication>
 #include <benchmark/benchmark.h>
+#include <memory>
 
-#include "document/MainFrame.h"
-#include "document/ctrlCell.h"
-#include "document/wGrid.h"
-#include "engine/clsGrid.h"
+#include "document/window/MainFrame.h"
+#include "document/window/ctrlCell.h"
+#include "document/window/wGrid.h"
 #include "platform/qt/QtHost.h"
 
 namespace {
@@ -34,7 +34,7 @@ constexpr QSize usualSize(655, 573);
 void OpenAWindow(benchmark::State& state) {
     BenchFrame frame;
     for (auto _ : state) {
-        wGrid grid(frame);
+        wGrid grid(frame, std::make_unique<GridDocument>());
         grid.resize(usualSize);
         grid.show();
         QCoreApplication::processEvents();
@@ -44,7 +44,7 @@ BENCHMARK(OpenAWindow)->Unit(benchmark::kMillisecond);
 
 void PaintAWindow(benchmark::State& state) {
     BenchFrame frame;
-    wGrid grid(frame);
+    wGrid grid(frame, std::make_unique<GridDocument>());
     grid.resize(usualSize);
     QImage image(usualSize, QImage::Format_RGB32);
     for (auto _ : state) grid.render(&image);
@@ -53,7 +53,7 @@ BENCHMARK(PaintAWindow)->Unit(benchmark::kMillisecond);
 
 void ResizeAWindow(benchmark::State& state) {
     BenchFrame frame;
-    wGrid grid(frame);
+    wGrid grid(frame, std::make_unique<GridDocument>());
     grid.resize(usualSize);
     grid.show();
     int step = 0;
@@ -67,7 +67,7 @@ BENCHMARK(ResizeAWindow)->Unit(benchmark::kMillisecond);
 
 void ChooseACell(benchmark::State& state) {
     BenchFrame frame;
-    wGrid grid(frame);
+    wGrid grid(frame, std::make_unique<GridDocument>());
     int index = 0;
     for (auto _ : state) grid.ctrlCells(index++ % 81 + 1).DoSelect();
 }
@@ -75,7 +75,7 @@ BENCHMARK(ChooseACell)->Unit(benchmark::kMicrosecond);
 
 void HideAndShowCandidates(benchmark::State& state) {
     BenchFrame frame;
-    wGrid grid(frame);
+    wGrid grid(frame, std::make_unique<GridDocument>());
     grid.resize(usualSize);
     grid.show();
     for (auto _ : state) {

@@ -1,10 +1,9 @@
-#include "document/BusyGuard.h"
+#include "document/window/BusyGuard.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <cassert>
 
-#include "engine/Global.h"
 #include "platform/Host.h"
 
 namespace {
@@ -47,20 +46,18 @@ bool IsTransient(const QWidget& widget) {
 BusyGuard::BusyGuard(QWidget* owner) : progress_(owner->window()) {
     assert(!activeGuard);
     activeGuard = this;
-    Global::UseProgressWindow(&progress_);
     qApp->installEventFilter(this);
     progress_.show();
 }
 
 BusyGuard::~BusyGuard() {
     qApp->removeEventFilter(this);
-    Global::UseProgressWindow(nullptr);
     activeGuard = nullptr;
     platform::TheHost().pointer->Shape(platform::PointerShape::Default);
 }
 
-bool BusyGuard::Active() {
-    return activeGuard != nullptr;
+BusyGuard* BusyGuard::Current() {
+    return activeGuard;
 }
 
 bool BusyGuard::eventFilter(QObject* target, QEvent* event) {

@@ -1,4 +1,4 @@
-#include "document/BusyGuard.h"
+#include "document/window/BusyGuard.h"
 
 #include <QAction>
 #include <QApplication>

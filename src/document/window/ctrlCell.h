@@ -12,6 +12,15 @@
 class clsCell;
 class wGrid;
 
+// The classic key codes that KeyDown speaks of; every other key is 0.
+namespace KeyCode {
+inline constexpr int Left = 37;
+inline constexpr int Up = 38;
+inline constexpr int Right = 39;
+inline constexpr int Down = 40;
+inline constexpr int Delete = 46;
+}  // namespace KeyCode
+
 // A place where a cell view paints a digit. Pixels are relative to the view.
 struct CellLabel {
     QString text;
@@ -71,7 +80,7 @@ class ctrlCell : public QWidget {
 
   signals:
     void Click();
-    // Arrows are 37 left, 38 up, 39 right, 40 down, Delete is 46; every other key is 0.
+    // Every key, by its KeyCode.
     void KeyDown(int keyCode, int shift);
     void Keypress(int keyAscii);
 
@@ -95,4 +104,5 @@ class ctrlCell : public QWidget {
     QColor lockedColor_;
     QColor unlockedColor_;
     bool noMask_ = false;
+    bool showsGiven_ = false;
 };

@@ -1,22 +1,16 @@
-#include "document/wGrid.h"
+#include "document/window/wGrid.h"
 
 #include <QCloseEvent>
 #include <QPalette>
 #include <QResizeEvent>
+#include <utility>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/BusyGuard.h"
-#include "document/GridLayout.h"
-#include "document/MainFrame.h"
-#include "document/ctrlCell.h"
-#include "engine/clsGrid.h"
-#include "platform/Host.h"
+#include "document/window/BusyGuard.h"
+#include "document/window/GridLayout.h"
+#include "document/window/MainFrame.h"
+#include "document/window/ctrlCell.h"
 #include "platform/qt/QtHost.h"
-#include "printing/PagePainter.h"
-#include "printing/Printing.h"
-#include "settings/Conversions.h"
-#include "settings/FilesPaths.h"
-#include "settings/IniParamProcs.h"
 
 namespace {
 
@@ -36,7 +30,8 @@ QWidget* MakeBar(QWidget* parent, const QString& name) {
 
 }  // namespace
 
-wGrid::wGrid(MainFrame& frame, QWidget* parent) : QWidget(parent), frame_(frame) {
+wGrid::wGrid(MainFrame& frame, std::unique_ptr<GridDocument> document, QWidget* parent)
+    : QWidget(parent), frame_(frame), document_(std::move(document)) {
     setObjectName(QStringLiteral("wGrid"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAutoFillBackground(true);
@@ -45,13 +40,11 @@ wGrid::wGrid(MainFrame& frame, QWidget* parent) : QWidget(parent), frame_(frame)
 }
 
 wGrid::~wGrid() {
-    emit Unloading(this);
+    Unload();
     for (ctrlCell* cell : cells_) delete cell;
 }
 
 void wGrid::Form_Load() {
-    grid_ = std::make_unique<clsGrid>();
-    grid_->NoAutoMask(frame_.ManualMasks());
     const ColorTable::Colors colors = ColorTable::FromSettings();
     for (int i = 1; i <= 81; ++i) {
         auto* cell = new ctrlCell(this, colors);
@@ -62,22 +55,18 @@ void wGrid::Form_Load() {
         connect(cell, &ctrlCell::Keypress, this, [this, i](int code) { ctrlCells_Keypress(i, code); });
         cells_[static_cast<std::size_t>(i - 1)] = cell;
     }
-    BindCells();
+    document_->NoAutoMask(frame_.ManualMasks());
+    const bool hidden = frame_.MasksHidden();
+    for (int i = 1; i <= 81; ++i) {
+        ctrlCells(i).NoMask(hidden);
+        ctrlCells(i).mCell(document_->Grid().Cells(i));
+    }
     for (std::size_t k = 0; k < picV_.size(); ++k) {
         picV_[k] = MakeBar(this, QStringLiteral("picV(%1)").arg(k));
         picH_[k] = MakeBar(this, QStringLiteral("picH(%1)").arg(k));
     }
     SetColors(colors);
-}
-
-// The views show the cells of the present model.
-void wGrid::BindCells() {
-    const bool hidden = frame_.MasksHidden();
-    for (int i = 1; i <= 81; ++i) {
-        ctrlCell& cell = ctrlCells(i);
-        cell.NoMask(hidden);
-        cell.mCell(grid_->Cells(i));
-    }
+    ShowCaption();
 }
 
 ctrlCell& wGrid::ctrlCells(int index) const {
@@ -85,32 +74,41 @@ ctrlCell& wGrid::ctrlCells(int index) const {
     return *cells_[static_cast<std::size_t>(index - 1)];
 }
 
+QString wGrid::Path() const {
+    return platform_qt::FromUtf8(document_->Path());
+}
+
 void wGrid::Path(const QString& path) {
-    path_ = path;
-    Caption(QString::fromStdString(FilesPaths::NameOf(path.toStdString())));
+    document_->Path(path.toStdString());
+    ShowCaption();
 }
 
-void wGrid::Caption(const QString& caption) {
-    caption_ = caption;
-    // A file may be called "a[*]b", which the toolkit would read as its mark of modified windows.
-    setWindowTitle(QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+QString wGrid::Caption() const {
+    return platform_qt::FromUtf8(document_->Caption());
 }
 
-bool wGrid::NoAutoMask() const {
-    return grid_->NoAutoMask();
+// A file may be called "a[*]b", which the toolkit would read as its mark of modified windows.
+void wGrid::ShowCaption() {
+    setWindowTitle(Caption().replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
 }
 
 void wGrid::NoAutoMask(bool flag) {
     Trap("wGrid", "NoAutoMask", [&] {
-        grid_->NoAutoMask(flag);
+        document_->NoAutoMask(flag);
         UpdateGrid();
     });
 }
 
 void wGrid::UpdateGrid() {
     Trap("wGrid", "UpdateGrid", [this] {
+        document_->Grid().ManageAvails();
+        ShowCells();
+    });
+}
+
+void wGrid::ShowCells() {
+    Trap("wGrid", "ShowCells", [this] {
         const bool hidden = frame_.MasksHidden();
-        grid_->ManageAvails();
         for (ctrlCell* cell : cells_) {
             cell->NoMask(hidden);
             cell->ManageMasks();
@@ -119,63 +117,9 @@ void wGrid::UpdateGrid() {
     });
 }
 
-bool wGrid::IsComplete() const {
-    return Trap("wGrid", "IsComplete", [this] {
-        for (const ctrlCell* cell : cells_) {
-            if (cell->Value() == 0) return false;
-        }
-        return true;
-    });
-}
-
-void wGrid::CopyFrom(const wGrid& source, const QString& caption) {
-    Trap("wGrid", "CopyFrom", [&] {
-        for (int i = 1; i <= 81; ++i) {
-            const ctrlCell& from = source.ctrlCells(i);
-            ctrlCell& to = ctrlCells(i);
-            to.Value(from.Value());
-            to.Locked(from.Locked());
-            for (int d = 1; d <= 9; ++d) to.mCell()->Inhib(d, from.mCell()->Inhib(d));
-        }
-        Caption(caption);
-        UpdateGrid();
-    });
-}
-
-void wGrid::Reinit() {
-    Trap("wGrid", "Reinit", [this] {
-        using namespace platform;
-        const auto answer = TheHost().messages->Show(
-            "Attention, vous allez rétablir cette grille à son état initial.\r\nÊtes-vous sûr ?",
-            MessageStyle::Exclamation + MessageStyle::OkCancel + MessageStyle::SecondDefault);
-        if (answer != MessageButton::Ok) return;
-        for (ctrlCell* cell : cells_) {
-            if (cell->Locked()) continue;
-            cell->Value(0);
-            for (int d = 1; d <= 9; ++d) cell->mCell()->Inhib(d, false);
-        }
-        UpdateGrid();
-    });
-}
-
-void wGrid::PrintGrid() {
-    Trap("wGrid", "PrintGrid", [this] {
-        PrintedGrid page;
-        page.caption = caption_;
-        for (std::size_t i = 0; i < cells_.size(); ++i) {
-            PrintedCell& printed = page.cells[i];
-            printed.value = cells_[i]->Value();
-            printed.locked = cells_[i]->Locked();
-            for (int d = 1; d <= 9; ++d)
-                printed.candidates.set(static_cast<std::size_t>(d), cells_[i]->Mask(d));
-        }
-        Printing::PrintGrid(page);
-    });
-}
-
 void wGrid::Form_Activate() {
     Trap("wGrid", "Form_Activate", [this] {
-        frame_.ShowDocument(path_, caption_);
+        frame_.ShowDocument(Path(), Caption());
         frame_.Cell(currentCell_);
     });
 }
@@ -218,37 +162,16 @@ void wGrid::Form_Resize() {
     }
 }
 
-bool wGrid::AskBeforeUnload() {
-    if (discarded_) return true;
-    // After a failure the window stays: what it holds may exist nowhere else.
-    return Trap("wGrid", "Form_QueryUnload", [this] { return Form_QueryUnload(); });
-}
-
-bool wGrid::Form_QueryUnload() {
-    using namespace platform;
-    if (!grid_->Modified()) return true;
-    const std::string question =
-        "La grille " + caption_.toStdString() + " a été modifiée.\r\nVoulez-vous la sauvegarder ?";
-    const auto answer = TheHost().messages->Show(
-        question, MessageStyle::Exclamation + MessageStyle::YesNoCancel + MessageStyle::ThirdDefault);
-    if (answer == MessageButton::Yes) return SaveOnUnload();
-    return answer == MessageButton::No;
-}
-
-bool wGrid::SaveOnUnload() {
-    if (path_.isEmpty()) {
-        const std::string file = FilesPaths::AskSaveFile(
-            IniParamProcs::ReadIniParam("Files", "LastOpened", ""), caption_.toStdString());
-        if (file.empty()) return false;
-        Path(QString::fromStdString(file));
-    }
-    return SaveFile(path_);
-}
-
 void wGrid::closeEvent(QCloseEvent* event) {
     if (RefusedWhileBusy() || !AskBeforeUnload()) return event->ignore();
-    discarded_ = true;
+    Unload();
     event->accept();
+}
+
+// From here on the window is no open grid, whatever still happens until its memory goes.
+void wGrid::Unload() {
+    if (std::exchange(closed_, true)) return;
+    emit Unloading(this);
 }
 
 void wGrid::ctrlCells_Click(int index) {
@@ -265,11 +188,6 @@ void wGrid::ctrlCells_Click(int index) {
 
 void wGrid::ctrlCells_KeyDown(int index, int keyCode) {
     Trap("wGrid", "ctrlCells_KeyDown", [&] {
-        constexpr int left = 37;
-        constexpr int up = 38;
-        constexpr int right = 39;
-        constexpr int down = 40;
-        constexpr int erase = 46;
         if (keyCode == 0) return;
         const ctrlCell* current = frame_.Cell();
         // Before any cell was chosen the keys begin at the one that has the keyboard.
@@ -277,11 +195,11 @@ void wGrid::ctrlCells_KeyDown(int index, int keyCode) {
         const int from = current->mCell()->GridIndex();
         const int column = current->mCell()->Col();
         const int row = current->mCell()->Row();
-        if (keyCode == erase) return frame_.cmdValue_Click(0);
-        if (keyCode == right && column < 9) return MoveTo(from + 1);
-        if (keyCode == left && column >= 2) return MoveTo(from - 1);
-        if (keyCode == down && row < 9) return MoveTo(from + 9);
-        if (keyCode == up && row >= 2) return MoveTo(from - 9);
+        if (keyCode == KeyCode::Delete) return frame_.cmdValue_Click(0);
+        if (keyCode == KeyCode::Right && column < 9) return MoveTo(from + 1);
+        if (keyCode == KeyCode::Left && column >= 2) return MoveTo(from - 1);
+        if (keyCode == KeyCode::Down && row < 9) return MoveTo(from + 9);
+        if (keyCode == KeyCode::Up && row >= 2) return MoveTo(from - 9);
     });
 }
 

@@ -15,8 +15,12 @@ class BusyGuard : public QObject {
     ~BusyGuard() override;
 
     // A run is under way. Whoever would start another one, close a window or quit beeps instead.
-    static bool Active();
+    static bool Active() { return Current() != nullptr; }
+    // None while no run is under way.
+    static BusyGuard* Current();
 
+    // What the run shows its progress in, and is cancelled by.
+    platform::ProgressWindow& Progress() { return progress_; }
     // False once the user pressed the progress window's button, or closed it.
     bool StillVisible() const { return progress_.IsVisible(); }
 

@@ -1,4 +1,4 @@
-#include "document/GridLayout.h"
+#include "document/window/GridLayout.h"
 
 #include <cmath>
 

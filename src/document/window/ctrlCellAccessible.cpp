@@ -1,9 +1,9 @@
-#include "document/ctrlCellAccessible.h"
+#include "document/window/ctrlCellAccessible.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
 
-#include "document/ctrlCell.h"
+#include "document/window/ctrlCell.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "document/ctrlCell.h"
+#include "document/window/ctrlCell.h"
 
 #include <QAccessible>
 #include <QFontMetricsF>
@@ -9,7 +9,7 @@
 #include <cmath>
 
 #include "diagnostics/ErrorHandling.h"
-#include "document/ctrlCellAccessible.h"
+#include "document/window/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
 #include "platform/qt/QtHost.h"
 
@@ -32,19 +32,18 @@ void PaintLabel(QPainter& painter, const CellLabel& label) {
     painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
 }
 
-// The classic key codes, which the grid window's key handling counts in.
 int KeyCodeOf(int key) {
     switch (key) {
         case Qt::Key_Left:
-            return 37;
+            return KeyCode::Left;
         case Qt::Key_Up:
-            return 38;
+            return KeyCode::Up;
         case Qt::Key_Right:
-            return 39;
+            return KeyCode::Right;
         case Qt::Key_Down:
-            return 40;
+            return KeyCode::Down;
         case Qt::Key_Delete:
-            return 46;
+            return KeyCode::Delete;
         default:
             return 0;
     }
@@ -82,7 +81,6 @@ void ctrlCell::mCell(clsCell* cell) {
     cell_ = cell;
     if (!cell_) return;
     cell_->OnChange([this](std::uint8_t value) { mCell_Change(value); });
-    Locked(cell_->Locked());
     ShowValue(cell_->Value());
     ManageMasks();
 }
@@ -107,10 +105,9 @@ bool ctrlCell::Locked() const {
 }
 
 void ctrlCell::Locked(bool locked) {
-    if (cell_) cell_->Locked(locked);
-    lblValue_.color = locked ? lockedColor_ : unlockedColor_;
-    update();
-    if (!lblValue_.text.isEmpty()) AnnounceCellChange(*this);
+    if (!cell_) return;
+    cell_->Locked(locked);
+    ShowValue(cell_->Value());
 }
 
 bool ctrlCell::Mask(int d) const {
@@ -185,8 +182,10 @@ void ctrlCell::mCell_Change(std::uint8_t value) {
 
 void ctrlCell::ShowValue(std::uint8_t value) {
     const QString text = value == 0 ? QString() : QString::number(value);
-    if (text == lblValue_.text) return;
+    if (text == lblValue_.text && Locked() == showsGiven_) return;
     lblValue_.text = text;
+    showsGiven_ = Locked();
+    lblValue_.color = showsGiven_ ? lockedColor_ : unlockedColor_;
     update();
     AnnounceCellChange(*this);
 }

@@ -1,0 +1,417 @@
+#include "document/window/wGrid.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPainter>
+#include <QTest>
+#include <functional>
+
+#include "FakeFrame.h"
+#include "document/window/BusyGuard.h"
+#include "document/window/OpenGrid.h"
+#include "settings/IniParamProcs.h"
+#include "support/DigitReader.h"
+
+namespace {
+
+using IniParamProcs::WriteIniParam;
+using platform::MessageButton;
+using platform::PointerShape;
+
+// ---- What is on the picture.
+
+class Picture : public GridWindow {
+  protected:
+    Picture() {
+        for (const auto& [key, color] : {std::pair{"Color_0", "14745599"},  // FFFFE0, the paper
+                                         {"Color_1", "65535"},              // yellow
+                                         {"Color_2", "0"},                  // black
+                                         {"Color_3", "255"},                // red
+                                         {"Color_4", "16711680"},           // blue
+                                         {"Color_6", "32768"}}) {           // green
+            WriteIniParam("Options", key, color);
+        }
+        grid->SetColors(ColorTable::FromSettings());
+    }
+    QImage Render(double scale) const {
+        QImage image(grid->size() * scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        grid->render(&image);
+        image.setDevicePixelRatio(1);
+        return image;
+    }
+    // Every size and scale that a window is likely to have; sides that nine divides.
+    void AtEverySize(const std::function<void(const QImage& image, double scale)>& look) {
+        for (const QSize size : {QSize(180, 180), QSize(576, 657), QSize(1008, 900)}) {
+            for (const double scale : {1.0, 2.0}) {
+                SCOPED_TRACE(testing::Message() << size.width() << " x " << scale);
+                grid->resize(size);
+                ServeEvents();
+                look(Render(scale), scale);
+            }
+        }
+    }
+
+    const QColor paper{0xFF, 0xFF, 0xE0};
+};
+
+TEST_F(Picture, ShowsEveryValueInTheColourOfItsKind) {
+    for (int i = 1; i <= 81; ++i) Set(i, std::to_string(SolutionAt(i)) + (i % 2 == 0 ? "|1|0" : "|0|0"));
+    AtEverySize([&](const QImage& image, double scale) {
+        for (int i = 1; i <= 81; ++i) {
+            const auto found =
+                DigitReader::Read(image, DigitReader::CellPart(image, i, int(2 * scale)), paper);
+            EXPECT_EQ(found.digit, SolutionAt(i)) << i;
+            EXPECT_EQ(found.ink, i % 2 == 0 ? QColor(Qt::red) : QColor(Qt::blue)) << i;
+            EXPECT_NEAR(found.place.center().x(), 0.5, 0.1) << i;
+            EXPECT_NEAR(found.place.center().y(), 0.5, 0.12) << i;
+            EXPECT_GT(found.place.height(), 0.5) << i;
+        }
+    });
+}
+
+TEST_F(Picture, ShowsTheCandidatesThatAreLeftEachInItsNinth) {
+    Set(41, "5|1|0");
+    for (const int i : {1, 9, 30, 32, 50, 77, 81}) Set(i, "0|0|" + std::to_string(i * 12 & 1022));
+    int digitsRead = 0;
+    AtEverySize([&](const QImage& image, double scale) {
+        for (int i = 1; i <= 81; ++i) {
+            if (i == 41) continue;
+            const clsCell& model = *document.Grid().Cells(i);
+            for (int d = 1; d <= 9; ++d) {
+                const auto found =
+                    DigitReader::Read(image, DigitReader::CandidatePart(image, i, d, int(2 * scale)), paper);
+                const bool shown = model.Avail(d) && !model.Inhib(d);
+                EXPECT_EQ(found.digit != 0, shown) << i << ": " << d;
+                if (!shown) continue;
+                // The smallest ones have too few pixels to tell a 5 from a 6.
+                if (found.place.height() * image.height() / 27 > 12) {
+                    EXPECT_EQ(found.digit, d) << i;
+                    ++digitsRead;
+                }
+                EXPECT_GT(found.ink.green(), found.ink.red()) << i << ": " << d;
+                EXPECT_NEAR(found.place.center().x(), 0.5, 0.3) << i << ": " << d;
+                EXPECT_NEAR(found.place.center().y(), 0.5, 0.3) << i << ": " << d;
+            }
+        }
+    });
+    EXPECT_GT(digitsRead, 1000);
+    frame.hidden = true;
+    grid->UpdateGrid();
+    const QImage image = Render(1);
+    for (int i = 1; i <= 81; ++i) {
+        EXPECT_EQ(DigitReader::Read(image, DigitReader::CellPart(image, i, 3), paper).digit, i == 41 ? 5 : 0)
+            << i;
+    }
+}
+
+TEST_F(Picture, MarksTheSelectedCellAloneAndAtOnce) {
+    for (const int i : {40, 41, 81}) {
+        QTest::mouseClick(&grid->ctrlCells(i), Qt::LeftButton);
+        const QImage image = Render(1);
+        for (int k = 1; k <= 81; ++k) {
+            const QColor corner = image.pixelColor(DigitReader::CellPart(image, k, 3).topLeft());
+            EXPECT_EQ(corner, k == i ? QColor(Qt::yellow) : paper) << k;
+        }
+    }
+}
+
+TEST_F(Picture, DrawsThickLinesAroundBoxesAndThinOnesInside) {
+    frame.hidden = true;
+    grid->UpdateGrid();
+    grid->resize(450, 540);
+    ServeEvents();
+    const QImage image = Render(1);
+    for (int k = 0; k <= 9; ++k) {
+        int across = 0;
+        int down = 0;
+        for (int offset = -6; offset <= 6; ++offset) {
+            const QPoint onRow(k * 50 + offset, 30);
+            const QPoint onColumn(25, k * 60 + offset);
+            across += image.valid(onRow) && image.pixelColor(onRow) == Qt::black ? 1 : 0;
+            down += image.valid(onColumn) && image.pixelColor(onColumn) == Qt::black ? 1 : 0;
+        }
+        // Half of the frame lies outside.
+        const int expected = k == 0 || k == 9 ? 2 : k % 3 == 0 ? 4 : 1;
+        EXPECT_EQ(across, expected) << k;
+        EXPECT_EQ(down, expected) << k;
+    }
+}
+
+TEST_F(Picture, TakesNewColoursEverywhere) {
+    Set(1, "5|1|0");
+    QTest::mouseClick(&grid->ctrlCells(81), Qt::LeftButton);
+    // Red in the low byte: black paper, white selection, red lines, yellow givens, green candidates.
+    grid->SetColors({0, 0xFFFFFF, 0x0000FF, 0x00FFFF, 0, 0, 0x00FF00});
+    const QImage image = Render(1);
+    const auto given = DigitReader::Read(image, DigitReader::CellPart(image, 1, 3), Qt::black);
+    EXPECT_EQ(given.digit, 5);
+    EXPECT_EQ(given.ink, QColor(Qt::yellow));
+    const auto candidate = DigitReader::Read(image, DigitReader::CandidatePart(image, 41, 5, 3), Qt::black);
+    EXPECT_GT(candidate.ink.green(), candidate.ink.red() + candidate.ink.blue());
+    EXPECT_EQ(image.pixelColor(DigitReader::CellPart(image, 81, 3).topLeft()), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(0, 30), QColor(Qt::red));
+}
+
+TEST_F(Picture, HidesAValueThatGoesAndShowsItsCandidatesAgain) {
+    frame.hidden = true;
+    Set(1, "4|0|0");
+    Set(1, "0|0|0");
+    EXPECT_EQ(DigitReader::Read(Render(1), DigitReader::CellPart(Render(1), 1, 3), paper).digit, 0);
+    frame.hidden = false;
+    grid->UpdateGrid();
+    EXPECT_EQ(grid->ctrlCells(1).StateText(), "vide, candidats 1, 2, 3, 4, 5, 6, 7, 8 et 9");
+}
+
+// ---- Selection and keys.
+
+class Grid : public GridWindow {};
+
+TEST_F(Grid, TheMouseReachesACellThroughTheLines) {
+    const QPoint boxCorner = grid->ctrlCells(31).geometry().topLeft();
+    QTest::mouseClick(grid->childAt(boxCorner), Qt::LeftButton);
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(31));
+    QTest::mouseClick(&grid->ctrlCells(1), Qt::RightButton);
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(31));
+}
+
+TEST_F(Grid, ArrowsMoveByOneCellAndStopAtTheBorders) {
+    struct Move {
+        int from;
+        Qt::Key key;
+        int to;
+    };
+    const Move moves[] = {{41, Qt::Key_Right, 42}, {41, Qt::Key_Left, 40},  {41, Qt::Key_Down, 50},
+                          {41, Qt::Key_Up, 32},    {9, Qt::Key_Right, 9},   {73, Qt::Key_Left, 73},
+                          {10, Qt::Key_Left, 10},  {72, Qt::Key_Right, 72}, {5, Qt::Key_Up, 5},
+                          {77, Qt::Key_Down, 77},  {8, Qt::Key_Right, 9},   {74, Qt::Key_Left, 73},
+                          {64, Qt::Key_Down, 73},  {18, Qt::Key_Up, 9},     {2, Qt::Key_Left, 1}};
+    for (const Move& move : moves) {
+        QTest::mouseClick(&grid->ctrlCells(move.from), Qt::LeftButton);
+        QTest::keyClick(grid->focusWidget(), move.key);
+        EXPECT_EQ(frame.cell, &grid->ctrlCells(move.to)) << move.from;
+        EXPECT_EQ(grid->focusWidget(), frame.cell);
+        EXPECT_EQ(grid->CurrentCell(), frame.cell);
+    }
+    // Before a cell was chosen, or while another window's is, keys begin where the keyboard is.
+    for (ctrlCell* elsewhere :
+         {static_cast<ctrlCell*>(nullptr),
+          std::make_unique<wGrid>(frame, std::make_unique<GridDocument>())->CurrentCell()}) {
+        frame.cell = elsewhere;
+        QTest::keyClick(&grid->ctrlCells(7), Qt::Key_Right);
+        EXPECT_EQ(frame.cell, &grid->ctrlCells(7));
+    }
+}
+
+TEST_F(Grid, TabSelectsTheCellThatItReaches) {
+    QApplication::setActiveWindow(grid);
+    grid->ctrlCells(5).setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(5));
+    grid->ctrlCells(4).setFocus(Qt::BacktabFocusReason);
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(4));
+}
+
+TEST_F(Grid, OnlyDigitsAndDeleteEnterSomething) {
+    QTest::mouseClick(&grid->ctrlCells(5), Qt::LeftButton);
+    QTest::keyClicks(&grid->ctrlCells(7), "0a1 9-");
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(7)) << "the cell that is typed into is the current one";
+    for (const int typed : {0xE9, 0x661, int{'0'}, '9' + 1}) emit grid->ctrlCells(5).Keypress(typed);
+    QTest::keyClick(grid->focusWidget(), Qt::Key_Delete);
+    QTest::keyClick(grid->focusWidget(), Qt::Key_5, Qt::KeypadModifier);
+    QTest::keyClick(grid->focusWidget(), Qt::Key_Backspace);
+    EXPECT_EQ(frame.entered, (std::vector<int>{1, 9, 0, 5}));
+}
+
+TEST_F(Grid, ActivationShowsNameAndCurrentCell) {
+    grid->Path("/jeux/a[*]b.nx3");
+    // The toolkit's mark of modified windows, written twice, shows once.
+    EXPECT_EQ(grid->windowTitle(), "a[*][*]b");
+    grid->ctrlCells(5).DoSelect();
+    frame.cell = nullptr;
+    grid->Form_Activate();
+    EXPECT_EQ(frame.shown, "/jeux/a[*]b.nx3|a[*]b");
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(5));
+    grid->Form_Deactivate();
+    EXPECT_EQ(frame.shown, "|");
+}
+
+// ---- History.
+
+TEST_F(Grid, UndoAndRedoSelectTheChangedCellOrSayThatThereIsNothing) {
+    const auto expectRefusal = [this](void (wGrid::*step)(), const char* text) {
+        host.Expect(MessageButton::Ok);
+        ((*grid).*step)();
+        EXPECT_EQ(LastBox(), text);
+        EXPECT_EQ(host.boxes.back().style, 64);
+    };
+    grid->SetFocus();
+    expectRefusal(&wGrid::Undo, "Rien à annuler");
+    document.EnterValue(50, 7, {});
+    document.EnterValue(3, 1, {});
+    expectRefusal(&wGrid::Redo, "Rien à rétablir");
+    for (const int changed : {3, 50}) {
+        const int refreshes = frame.refreshes;
+        grid->Undo();
+        EXPECT_EQ(frame.cell, &grid->ctrlCells(changed));
+        EXPECT_EQ(grid->focusWidget(), &grid->ctrlCells(changed));
+        EXPECT_GT(frame.refreshes, refreshes) << "the palette shows the cell as it was";
+        EXPECT_EQ(grid->ctrlCells(changed).lblValue().text, "");
+    }
+    // With the keyboard elsewhere undo only beeps; redo asks for no focus.
+    QLineEdit elsewhere(grid);
+    elsewhere.show();
+    elsewhere.setFocus();
+    grid->Redo();
+    EXPECT_EQ(State(50), "7|0|0");
+    EXPECT_TRUE(grid->ctrlCells(59).lblMask(7).visible == false);
+    elsewhere.setFocus();
+    grid->Undo();
+    EXPECT_EQ(host.beeps, 1);
+    EXPECT_EQ(State(50), "7|0|0");
+}
+
+// ---- The engine.
+
+TEST_F(Grid, ARunShowsItsProgressAndRefusesEverythingElse) {
+    SetPuzzle(document, 1, 9);
+    int yields = 0;
+    host.onYield = [&] {
+        if (++yields > 1) return;
+        host.beeps = 0;
+        EXPECT_TRUE(Child<wCancel>(*grid, "wCancel").isVisible());
+        grid->SolveGrid();
+        EXPECT_EQ(grid->TestGrid(), 0);
+        grid->close();
+        EXPECT_EQ(host.beeps, 3);
+        EXPECT_EQ(host.shapes.back(), PointerShape::Hourglass);
+    };
+    Set(1, "9|0|0");
+    EXPECT_EQ(grid->TestGrid(), 1);
+    EXPECT_GT(yields, 0);
+    EXPECT_EQ(host.shapes.back(), PointerShape::Default);
+    const int tested = yields;
+    Set(2, "9|0|0");
+    EXPECT_EQ(grid->TestGrid(), 2);
+    EXPECT_EQ(yields, tested) << "the solution is known";
+    yields = 0;
+    grid->SolveGrid();
+    EXPECT_GT(yields, 0);
+    EXPECT_EQ(grid->ctrlCells(1).lblValue().text, "1");
+    EXPECT_EQ(grid->findChild<wCancel*>(), nullptr);
+    EXPECT_FALSE(OpenGrid(grid)->Closed());
+}
+
+TEST_F(Grid, ACancelledSolveAsksNothingAndLeavesTheGivens) {
+    // No two givens clash, but no digit is left for cell 1.
+    for (int i = 2; i <= 9; ++i) Set(i, std::to_string(i - 1) + "|1|0");
+    Set(28, "9|1|0");
+    Set(81, "5|0|0");
+    host.onYield = [this] { Child<wCancel>(*grid, "wCancel").cmdCancel_Click(); };
+    grid->SolveGrid();
+    EXPECT_TRUE(host.boxes.empty());
+    EXPECT_EQ(State(2) + " " + State(28) + " " + State(81), "1|1|0 9|1|0 0|0|0");
+}
+
+TEST_F(Grid, ReinitAsksFirst) {
+    Set(2, "6|0|36");
+    for (const auto& [answer, state] :
+         {std::pair{MessageButton::Cancel, "6|0|36"}, {MessageButton::Ok, "0|0|0"}}) {
+        host.Expect(answer);
+        grid->Reinit();
+        EXPECT_EQ(State(2), state);
+        EXPECT_EQ(LastBox(),
+                  "Attention, vous allez rétablir cette grille à son état initial.\r\nÊtes-vous sûr ?");
+        EXPECT_EQ(host.boxes.back().style, 305);
+    }
+    EXPECT_TRUE(grid->ctrlCells(3).lblMask(6).visible);
+}
+
+// ---- Saving and closing.
+
+class Closing : public GridWindow {
+  protected:
+    Closing() {
+        document.Caption("Grille1");
+        Set(1, "5|0|0");
+    }
+    // True when the window went.
+    bool Close() {
+        grid->close();
+        ServeEvents();
+        return !grid;
+    }
+    bool Saved() const { return ScriptedHost::ReadFile(file).find("\r\n1=5|0|0\r\n") != std::string::npos; }
+
+    const std::string file = host.PathOf("a.nx3");
+};
+
+TEST_F(Closing, AWindowThatWasClosedIsNoOpenGridFromThatMomentOn) {
+    const OpenGrid open(grid);
+    int told = 0;
+    QObject::connect(grid, &wGrid::Unloading, [&] { ++told; });
+    host.Expect(MessageButton::Cancel);
+    grid->close();
+    EXPECT_TRUE(open);
+    grid->Discard();
+    grid->close();
+    ASSERT_TRUE(grid) << "its memory goes with the event loop";
+    EXPECT_FALSE(open);
+    EXPECT_EQ(open.Get(), nullptr);
+    EXPECT_EQ(told, 1);
+    ServeEvents();
+    EXPECT_FALSE(grid);
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(Closing, OnlyAModifiedGridIsAskedAbout) {
+    host.Expect(MessageButton::Cancel);
+    EXPECT_FALSE(Close());
+    EXPECT_EQ(LastBox(), "La grille Grille1 a été modifiée.\r\nVoulez-vous la sauvegarder ?");
+    EXPECT_EQ(host.boxes.back().style, 563);
+    document.Grid().Modified(false);
+    EXPECT_TRUE(Close());
+    EXPECT_EQ(host.boxes.size(), 1U);
+}
+
+TEST_F(Closing, YesSavesToTheGridsOwnFileNoDoesNot) {
+    grid->Path(QString::fromStdString(file));
+    wGrid other(frame, std::make_unique<GridDocument>());
+    other.Document().Path(host.PathOf("b.nx3"));
+    other.Document().EnterValue(1, 5, {});
+    host.Expect(MessageButton::No);
+    EXPECT_TRUE(other.AskBeforeUnload());
+    EXPECT_FALSE(std::filesystem::exists(host.PathOf("b.nx3")));
+    host.Expect(MessageButton::Yes);
+    EXPECT_TRUE(Close());
+    EXPECT_TRUE(Saved());
+}
+
+TEST_F(Closing, YesAsksForAFileWhenThereIsNone) {
+    WriteIniParam("Files", "LastOpened", "/jeux");
+    host.Expect(MessageButton::Yes);
+    host.ExpectFile("");
+    EXPECT_FALSE(Close()) << "no file was chosen";
+    EXPECT_TRUE(host.questions[0].save);
+    EXPECT_EQ(host.questions[0].folder, "/jeux");
+    EXPECT_EQ(host.questions[0].proposedName, "Grille1");
+    EXPECT_EQ(host.questions[0].filter, "Grilles Ninarix 3|*.nx3|Tous les fichiers|*.*");
+    host.Expect(MessageButton::Yes);
+    host.ExpectFile(host.PathOf("absent/a.nx3"));
+    host.Expect(MessageButton::Ok);
+    EXPECT_FALSE(Close());
+    EXPECT_TRUE(LastBox().starts_with("Error Nr 75")) << LastBox();
+    EXPECT_TRUE(LastBox().ends_with("Module : wGrid\r\nFunction : SaveFile")) << LastBox();
+    EXPECT_EQ(grid->Caption() + grid->Path(), "Grille1") << "a file that was never written is not its own";
+    host.Expect(MessageButton::Yes);
+    host.ExpectFile(file);
+    EXPECT_TRUE(Close());
+    EXPECT_TRUE(Saved());
+}
+
+TEST_F(Closing, NoNameFailsWithoutAWord) {
+    EXPECT_FALSE(grid->SaveFile(""));
+    EXPECT_TRUE(document.Modified());
+    EXPECT_TRUE(host.boxes.empty());
+}
+
+}  // namespace
