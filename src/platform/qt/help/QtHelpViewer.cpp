@@ -2,7 +2,6 @@
 
 #include <QApplication>
 
-#include "platform/qt/QtHost.h"
 #include "platform/qt/help/ChmFile.h"
 #include "platform/qt/help/HelpWindow.h"
 
@@ -27,7 +26,7 @@ void QtHelpViewer::Report() {
 }
 
 void QtHelpViewer::ShowContents(const std::string& helpFile) {
-    auto file = ChmFile::Open(FromUtf8(helpFile));
+    auto file = ChmFile::Open(QString::fromStdString(helpFile));
     if (!file) return Report();
     Window().File(std::move(file));
     Window().ShowContents();
@@ -35,7 +34,7 @@ void QtHelpViewer::ShowContents(const std::string& helpFile) {
 }
 
 void QtHelpViewer::ShowTopic(const std::string& helpFile, int helpContext) {
-    auto file = ChmFile::Open(FromUtf8(helpFile));
+    auto file = ChmFile::Open(QString::fromStdString(helpFile));
     const QString topic = file ? file->TopicOf(helpContext) : QString();
     if (topic.isEmpty()) return Report();
     Window().File(std::move(file));
