@@ -7,7 +7,7 @@
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Ninarix"));
-    QApplication::setApplicationVersion(QStringLiteral("3.2"));
+    QApplication::setApplicationVersion(QStringLiteral(NINARIX_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/Ninarix.svg")));
     platform_qt::InstallFrenchTexts();
 

@@ -65,7 +65,7 @@ TEST_F(StartUp, TheStartingSplashIsClosedByItsTimerAlone) {
     QTest::mouseClick(splash, Qt::LeftButton);
     QTest::keyClick(splash, Qt::Key_Escape);
     EXPECT_TRUE(SplashShown());
-    EXPECT_EQ(Child<QLabel>(*splash, "lblVersion").text(), "3.2");
+    EXPECT_EQ(Child<QLabel>(*splash, "lblVersion").text(), "12.34");
     splash->tmrClose().setInterval(0);
     splash->tmrClose().start();
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

@@ -79,8 +79,8 @@ class ScriptedHost : public platform::MessageBoxes,
     std::string ProgramFolder() const override { return folder.string(); }
     std::string ProgramFileName() const override { return "Ninarix"; }
     std::string Title() const override { return "Ninarix"; }
-    int MajorVersion() const override { return 3; }
-    int MinorVersion() const override { return 2; }
+    int MajorVersion() const override { return 12; }
+    int MinorVersion() const override { return 34; }
     std::string CommandLine() const override { return commandLine; }
     std::string HelpFile() const override { return helpFile_; }
     void HelpFile(const std::string& path) override { helpFile_ = path; }

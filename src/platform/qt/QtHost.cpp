@@ -8,6 +8,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <QVersionNumber>
 #include <utility>
 
 #include "platform/DesktopAssociation.h"
@@ -99,8 +100,8 @@ class QtApplication : public platform::Application {
         return ToUtf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
     }
     std::string Title() const override { return "Ninarix"; }
-    int MajorVersion() const override { return 3; }
-    int MinorVersion() const override { return 2; }
+    int MajorVersion() const override { return Version().majorVersion(); }
+    int MinorVersion() const override { return Version().minorVersion(); }
     std::string CommandLine() const override {
         return ToUtf8(QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')));
     }
@@ -108,6 +109,10 @@ class QtApplication : public platform::Application {
     void HelpFile(const std::string& path) override { helpFile_ = path; }
 
   private:
+    static QVersionNumber Version() {
+        return QVersionNumber::fromString(QCoreApplication::applicationVersion());
+    }
+
     std::string helpFile_;
 };
 
