@@ -24,5 +24,7 @@ Kind& Child(const QObject& parent, const QString& name) {
     return *child;
 }
 
-// Does something in the modal dialog that the next call opens.
+// Does something in the next modal window that opens, as soon as it is on screen and waits; then hides it, so
+// that the call that opened it comes back. Several wait for one window each, in their order; one that never
+// saw its window fails the test.
 void InNextDialog(std::function<void(QWidget& dialog)> act);
