@@ -1,158 +1,109 @@
-#include "platform/qt/help/ChmFile.h"
-
-#include <QFile>
-#include <QImage>
-#include <QRegularExpression>
-#include <QTemporaryDir>
+#include <QtGui>
 #include <algorithm>
-#include <gtest/gtest.h>
-#include <random>
-#include <set>
 #include <sys/stat.h>
 
-#include "platform/qt/help/HelpSeal.h"
+#include "SmallHelp.h"
 
 namespace {
 
-QByteArray BuiltBytes() {
-    QFile file(QStringLiteral(HELP_FILE));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-}
-
-// Files in a folder of the test's own.
-class HelpFile : public testing::Test {
-  protected:
-    QString Write(const QByteArray& bytes) {
-        QFile file(folder_.filePath(QStringLiteral("Aide.chm")));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
+// A page without its character set shows broken accents, a style sheet without its type does not load, a
+// missing picture or topic shows nothing, and nobody finds a topic that the contents leave out.
+TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
+    const auto file = ChmFile::Open(HELP_FILE);
+    ASSERT_TRUE(file);
+    const std::pair<int, const char*> pages[] = {
+        {210, "Divers"}, {220, "Couleurs"}, {230, "Impression"}, {240, "Niveau"}};
+    for (const auto& [context, page] : pages) {
+        const QString html = QString::fromUtf8(file->Read(file->TopicOf(context)).value_or(""));
+        EXPECT_TRUE(html.contains(QStringLiteral("<h1>Préférences\u00a0: %1</h1>").arg(page))) << page;
     }
-
-    QTemporaryDir folder_;
-    const std::unique_ptr<ChmFile> built_ = ChmFile::Open(QStringLiteral(HELP_FILE));
-};
-
-struct ContextCase {
-    int context;
-    const char* object;
-    const char* heading;
-};
-
-class HelpContext : public HelpFile, public testing::WithParamInterface<ContextCase> {};
-
-TEST_P(HelpContext, LeadsToItsTopic) {
-    ASSERT_TRUE(built_);
-    const QString topic = built_->TopicOf(GetParam().context);
-    EXPECT_EQ(topic.toStdString(), GetParam().object);
-    const QString html = QString::fromUtf8(built_->Read(topic).value_or(""));
-    EXPECT_TRUE(html.contains(QStringLiteral("<h1>Préférences\u00a0: %1</h1>").arg(GetParam().heading)));
-}
-
-INSTANTIATE_TEST_SUITE_P(All, HelpContext,
-                         testing::Values(ContextCase{210, "/divers.htm", "Divers"},
-                                         ContextCase{220, "/couleurs.htm", "Couleurs"},
-                                         ContextCase{230, "/impression.htm", "Impression"},
-                                         ContextCase{240, "/niveau.htm", "Niveau"}),
-                         [](const auto& info) { return std::to_string(info.param.context); });
-
-TEST_F(HelpFile, ContentsNameEveryTopicOnce) {
-    ASSERT_TRUE(built_);
-    std::multiset<QString> named;
-    for (const HelpEntry& entry : built_->Contents()) {
-        EXPECT_EQ(entry.path.isEmpty(), entry.depth == 0) << entry.title.toStdString();
-        if (!entry.path.isEmpty()) named.insert(entry.path);
-    }
-    std::multiset<QString> there;
-    for (const QString& object : built_->Objects()) {
-        if (object.endsWith(QStringLiteral(".htm"))) there.insert(object);
-    }
-    EXPECT_EQ(named, there);
-    EXPECT_GE(there.size(), 12U);
-}
-
-// A page without its character set shows broken accents, a style sheet without its type does not load, and
-// a missing picture or topic shows nothing.
-TEST_F(HelpFile, TopicsNameTheirCharacterSetAndNothingThatIsMissing) {
-    ASSERT_TRUE(built_);
-    const QRegularExpression reference(QStringLiteral("(?:href|src)=\"([^\"]*)\"(?: width=\"(\\d+)\")?"));
-    int references = 0;
-    for (const QString& object : built_->Objects()) {
-        if (!object.endsWith(QStringLiteral(".htm"))) continue;
+    QStringList unnamed = file->Objects().filter(".htm");
+    for (const HelpEntry& entry : file->Contents()) unnamed.removeOne(entry.path);
+    EXPECT_EQ(unnamed.join(' ').toStdString(), "");
+    const QRegularExpression reference("(?:href|src)=\"([^\"]*)\"(?: width=\"(\\d+)\")?");
+    for (const QString& object : file->Objects()) {
         SCOPED_TRACE(object.toStdString());
-        const QString html = QString::fromUtf8(built_->Read(object).value_or(""));
-        EXPECT_TRUE(html.contains(QStringLiteral("<meta charset=\"utf-8\">")));
-        EXPECT_TRUE(html.contains(QStringLiteral("rel=\"stylesheet\" type=\"text/css\"")));
-        EXPECT_FALSE(html.contains(QChar::ReplacementCharacter));
-        for (auto found = reference.globalMatch(html); found.hasNext(); ++references) {
-            const auto match = found.next();
-            const auto bytes = built_->Read(QLatin1Char('/') + match.captured(1));
-            ASSERT_TRUE(bytes) << match.captured(1).toStdString();
-            if (!match.captured(1).endsWith(QStringLiteral(".png"))) continue;
-            EXPECT_EQ(QImage::fromData(*bytes).width(), 2 * match.captured(2).toInt());
+        const QByteArray bytes = file->Read(object).value_or("");
+        EXPECT_FALSE(bytes.contains(SOURCE_FOLDER) || bytes.contains("/home/"));
+        if (!object.endsWith(".htm")) continue;
+        EXPECT_TRUE(bytes.contains("<meta charset=\"utf-8\">"));
+        EXPECT_TRUE(bytes.contains("rel=\"stylesheet\" type=\"text/css\""));
+        for (const auto& match : reference.globalMatch(QString::fromUtf8(bytes))) {
+            const auto target = file->Read('/' + match.captured(1));
+            ASSERT_TRUE(target) << match.captured(1).toStdString();
+            if (!match.captured(1).endsWith(".png")) continue;
+            EXPECT_EQ(QImage::fromData(*target).width(), 2 * match.captured(2).toInt());
         }
     }
-    EXPECT_GT(references, 40);
 }
 
-TEST_F(HelpFile, ShipsNoFolderOfTheMachineThatBuiltIt) {
-    ASSERT_TRUE(built_);
-    for (const QString& object : built_->Objects()) {
-        const QByteArray bytes = built_->Read(object).value_or("");
-        EXPECT_FALSE(bytes.contains(SOURCE_FOLDER)) << object.toStdString();
-        EXPECT_FALSE(bytes.contains("/home/")) << object.toStdString();
+using HelpFile = SmallHelp;
+
+TEST_F(HelpFile, ContentsKeepTheirOrderAndDepth) {
+    const auto file = ChmFile::Open(file_);
+    ASSERT_TRUE(file);
+    QStringList lines;
+    for (const auto& entry : file->Contents())
+        lines += QString::number(entry.depth) + entry.title + entry.path;
+    EXPECT_EQ(lines.join('|').toStdString(),
+              "0Débuter & jouer|1Grille/a.htm|1Résoudre/a1/b.htm|0Plus|1Détails|2Ctrl+F4/z/a.htm");
+    EXPECT_EQ(file->Home(), "/a.htm");
+    EXPECT_TRUE(file->Read("/A1/B.HTM").value_or("").contains("d'un coup"));
+    // A file without topics is none.
+    Write("Aide.hhc", R"(<ul><li><object><param name="Name" value="Rien"></object></ul>)");
+    EXPECT_FALSE(ChmFile::Open(Sealed(Compiled())));
+}
+
+TEST_F(HelpFile, AContextTableIsReadAsFarAsItIsSound) {
+    const QByteArray strings("\0C:\\build\\a.htm\0/tmp/x/a1/b.htm\0/tmp/z/A.HTM\0/absent.htm\0/a.htm", 63);
+    const std::pair<std::vector<qint32>, const char*> cases[] = {{{16, 1, 1, 2, 16}, "/a.htm|/a1/b.htm"},
+                                                                 {{-1, 1, 32, 2, 16}, "/z/a.htm|/a1/b.htm"},
+                                                                 {{15, 1, 1, 2, 16}, "/a.htm|"},
+                                                                 {{0, 1, 1, 2, 16}, "|"},
+                                                                 {{16, 1, 45, 2, 57}, "|"},
+                                                                 {{16, 1, -1, 2, 16}, "|/a1/b.htm"},
+                                                                 {{16, 1, 63, 2, 16}, "|/a1/b.htm"},
+                                                                 {{}, "|"}};
+    Write("xSTRINGS", strings);
+    for (const auto& [numbers, topics] : cases) {
+        QByteArray table;
+        for (const qint32 number : numbers) {
+            table += QByteArray::fromRawData(reinterpret_cast<const char*>(&number), 4);
+        }
+        Write("xIVB", table);
+        // Compilers make their own; in the directory, the name of that one goes to this one.
+        QByteArray bytes = Compiled().replace("/#IVB", "/yIVB").replace("/#STRINGS", "/ySTRINGS");
+        const auto file = ChmFile::Open(Sealed(bytes.replace("/xIVB", "/#IVB").replace("/xSTR", "/#STR")));
+        ASSERT_TRUE(file);
+        EXPECT_EQ((file->TopicOf(1) + '|' + file->TopicOf(2)).toStdString(), topics);
     }
 }
 
-TEST_F(HelpFile, OneWrongByteIsRefused) {
-    const QByteArray whole = BuiltBytes();
-    std::mt19937 random(20);
-    for (int round = 0; round < 150; ++round) {
+TEST_F(HelpFile, DamagedOrNoFileAtAllIsRefused) {
+    QByteArray whole = Bytes(file_.toStdString());
+    EXPECT_FALSE(HelpSeal::IsWhole(whole + '\0'));
+    EXPECT_FALSE(ChmFile::Open(Write("nue.chm", Compiled()))) << "without a seal";
+    for (qsizetype place = 0; place < whole.size(); place += 31) {
         QByteArray damaged = whole;
-        // Half of them in the header and the directory, where the library believes every number.
-        const auto end = static_cast<std::size_t>(round % 2 ? whole.size() : 12000);
-        const auto place = static_cast<qsizetype>(random() % end);
-        damaged[place] = static_cast<char>(damaged[place] + 1 + static_cast<int>(random() % 255));
-        EXPECT_FALSE(ChmFile::Open(Write(damaged))) << "byte " << place;
+        damaged[place] = static_cast<char>(damaged[place] ^ 0x10);
+        EXPECT_FALSE(ChmFile::Open(Write("Aide.chm", damaged))) << "byte " << place;
+        EXPECT_FALSE(HelpSeal::IsWhole(whole.first(place))) << place << " bytes";
     }
-    EXPECT_TRUE(ChmFile::Open(Write(whole)));
-}
-
-TEST_F(HelpFile, TruncatedIsRefusedAtAnyLength) {
-    const QByteArray whole = BuiltBytes();
-    for (qsizetype length = 0; length < whole.size(); length += 1 + length / 10) {
-        EXPECT_FALSE(ChmFile::Open(Write(whole.first(length)))) << length << " bytes";
-    }
-    EXPECT_FALSE(ChmFile::Open(Write(whole.chopped(1))));
-    EXPECT_FALSE(ChmFile::Open(Write(whole + '\0')));
-}
-
-TEST_F(HelpFile, WhatIsNoFileIsRefused) {
-    EXPECT_FALSE(ChmFile::Open(folder_.filePath(QStringLiteral("absent.chm"))));
-    EXPECT_FALSE(ChmFile::Open(folder_.path()));
-    EXPECT_FALSE(ChmFile::Open({}));
-    // Nobody ever writes into it: opening it would wait for ever.
-    const QString pipe = folder_.filePath(QStringLiteral("tube.chm"));
-    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    EXPECT_FALSE(ChmFile::Open(pipe));
-}
-
-// A hole from before the file was sealed.
-TEST_F(HelpFile, AnObjectThatCannotBeReadWholeIsNotRead) {
-    ASSERT_TRUE(built_);
-    QByteArray file = BuiltBytes();
-    const QByteArray remark = "This archive was not made by the MS HTML Help Workshop";
-    file.replace(file.indexOf("Ninarix SHA-256"), remark.size(), remark);
-    const QByteArray hole(20000, '\0');
-    file.replace(file.size() / 2, hole.size(), hole);
-    ASSERT_TRUE(HelpSeal::Put(file));
-    const auto damaged = ChmFile::Open(Write(file));
-    ASSERT_TRUE(damaged);
-    const QStringList objects = damaged->Objects();
-    EXPECT_TRUE(std::any_of(objects.begin(), objects.end(),
-                            [&](const QString& object) { return !damaged->Read(object); }));
-    // What lies before the hole is not touched by it.
-    EXPECT_EQ(damaged->Read(QStringLiteral("/clavier.htm")), built_->Read(QStringLiteral("/clavier.htm")));
+    EXPECT_FALSE(HelpSeal::Put(whole)) << "sealed already";
+    QByteArray remark = "This archive was not made by the MS HTML Help Workshop";
+    EXPECT_FALSE(HelpSeal::Put(remark)) << "no room";
+    EXPECT_FALSE(ChmFile::Open(Sealed(remark + QByteArray(26, ' '))));
+    EXPECT_FALSE(ChmFile::Open("absent.chm"));
+    // Nobody ever writes into a pipe: opening it would wait for ever.
+    ASSERT_EQ(mkfifo(host_.PathOf("tube.chm").c_str(), 0600), 0);
+    EXPECT_FALSE(ChmFile::Open(QString::fromStdString(host_.PathOf("tube.chm"))));
+    // A hole from before the file was sealed: what cannot be read whole is not read.
+    QByteArray bytes = Bytes(HELP_FILE);
+    bytes.replace(bytes.indexOf("Ninarix SHA-256"), remark.size(), remark);
+    const auto holed = ChmFile::Open(Sealed(bytes.replace(bytes.size() / 2, 20000, QByteArray(20000, 0))));
+    const auto lost = [&](const QString& object) { return !holed->Read(object); };
+    EXPECT_TRUE(holed && std::ranges::any_of(holed->Objects(), lost));
+    EXPECT_FALSE(lost("/clavier.htm")) << "which lies before the hole";
 }
 
 }  // namespace

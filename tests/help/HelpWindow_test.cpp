@@ -1,185 +1,159 @@
 #include "platform/qt/help/HelpWindow.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMessageBox>
-#include <QSignalSpy>
-#include <QTest>
-#include <QToolButton>
-#include <QTreeWidget>
-#include <QWindow>
-#include <gtest/gtest.h>
+#include <QtTest>
+#include <QtWidgets>
 
-#include "platform/qt/help/ChmFile.h"
+#include "SmallHelp.h"
 #include "platform/qt/help/TopicView.h"
 #include "support/QtSupport.h"
 
 namespace {
 
-class Help : public testing::Test {
+class Help : public SmallHelp {
   protected:
-    Help() { window_.File(ChmFile::Open(QStringLiteral(HELP_FILE))); }
-
-    std::string Heading() { return topic_.toPlainText().section(QLatin1Char('\n'), 0, 0).toStdString(); }
-    std::string Line() {
-        const auto* line = Child<QTreeWidget>(window_, "contents").currentItem();
-        return line ? line->text(0).toStdString() : std::string();
+    Help() {
+        window_.File(ChmFile::Open(file_));
+        window_.ShowContents();
+        window_.ShowBeside(nullptr);
     }
-    void Press(const char* button) { Child<QToolButton>(window_, button).click(); }
+
+    // The topic, the line of the contents that stands for it, what is searched, and the ways that are open.
+    std::string State() {
+        const auto* line = contents_.currentItem();
+        QStringList parts{topic_.Topic(), line ? line->text(0) : "", words_.text()};
+        for (const char* way : {"back", "forward"}) parts += Button(way).isEnabled() ? way : "";
+        return parts.join(' ').trimmed().toStdString();
+    }
+    // The words of the topic that are marked.
+    std::string Marked() {
+        QString texts;
+        for (const auto& mark : topic_.extraSelections()) texts += mark.cursor.selectedText() + ' ';
+        return texts.toStdString();
+    }
+    QToolButton& Button(const char* name) { return Child<QToolButton>(window_, name); }
     // What a click on a link does.
-    void Follow(const char* link) { topic_.setSource(QUrl(QString::fromUtf8(link))); }
+    void Follow(const char* link) { topic_.setSource(QUrl(link)); }
     // Through the window system, which knows what a modal window blocks.
-    static void TypeInto(QLineEdit& field, const char* text) {
-        field.window()->activateWindow();
-        field.setFocus();
-        QTest::mouseClick(field.window()->windowHandle(), Qt::LeftButton, {},
-                          field.mapTo(field.window(), field.rect().center()));
-        for (const char* letter = text; *letter; ++letter) {
-            QTest::keyClick(field.window()->windowHandle(), *letter);
-        }
+    static std::string TypedInto(QLineEdit& field) {
+        field.clear();
+        QWindow* window = field.window()->windowHandle();
+        window->requestActivate();
+        QTest::mouseClick(window, Qt::LeftButton, {}, field.mapTo(field.window(), field.rect().center()));
+        for (const char letter : {'a', 'b', 'c'}) QTest::keyClick(window, letter);
+        return field.text().toStdString();
     }
 
     HelpWindow window_;
     TopicView& topic_ = Child<TopicView>(window_, "topic");
     QLineEdit& words_ = Child<QLineEdit>(window_, "words");
+    QTreeWidget& contents_ = Child<QTreeWidget>(window_, "contents");
+    QSignalSpy missing_{&window_, &HelpWindow::TopicMissing};
 };
 
 TEST_F(Help, TheContentsFollowTheTopicAlsoOnTheWayBack) {
-    window_.ShowContents();
-    EXPECT_EQ(Line(), "Premiers pas");
-    Follow("aide:/niveau.htm");
-    EXPECT_EQ(Heading(), "Préférences : Niveau");
-    EXPECT_EQ(Line(), "Niveau");
-    Press("back");
-    EXPECT_EQ(Heading(), "Premiers pas");
-    EXPECT_EQ(Line(), "Premiers pas");
-    Press("forward");
-    EXPECT_EQ(Line(), "Niveau");
+    EXPECT_EQ(State(), "/a.htm Grille");
+    EXPECT_EQ(window_.windowTitle(), "Grille - Aide de Ninarix");
+    words_.setText("mot");
+    Follow("aide:/A1/b.htm");
+    EXPECT_EQ(State(), "/A1/b.htm Résoudre mot back");
+    ASSERT_TRUE(window_.ShowTopic("/z/a.htm"));
+    EXPECT_EQ(window_.windowTitle(), "Aide de Ninarix");
+    EXPECT_EQ(window_.focusWidget(), &topic_);
+    Button("back").click();
+    EXPECT_EQ(State(), "/A1/b.htm Résoudre  back forward");
+    Button("forward").click();
+    words_.setText("mot");
+    EXPECT_EQ(State(), "/z/a.htm Ctrl+F4 mot back");
+    Button("home").click();
+    EXPECT_EQ(State(), "/a.htm Grille  back");
+    EXPECT_EQ(window_.focusWidget(), &contents_);
+    // Opened again, it knows nothing of what was before.
+    words_.setText("mot");
+    window_.File(ChmFile::Open(file_));
+    ASSERT_TRUE(window_.ShowTopic("/a.htm"));
+    EXPECT_EQ(State(), "/a.htm Grille");
+    EXPECT_TRUE(topic_.toPlainText().startsWith("Grille\n"));
 }
 
 TEST_F(Help, ALineOfTheContentsShowsItsTopic) {
-    window_.ShowContents();
-    auto& contents = Child<QTreeWidget>(window_, "contents");
-    contents.setCurrentItem(contents.topLevelItem(1)->child(0));
-    EXPECT_EQ(Heading(), "Saisir une grille");
-    // A heading has no topic of its own.
-    contents.setCurrentItem(contents.topLevelItem(2));
-    EXPECT_EQ(Heading(), "Saisir une grille");
+    auto* plus = contents_.topLevelItem(1);
+    ASSERT_EQ(contents_.topLevelItemCount() * 10 + plus->childCount(), 21);
+    auto* line = plus->child(0)->child(0);
+    EXPECT_FALSE(contents_.visualItemRect(line).isEmpty()) << "not unfolded";
+    contents_.setCurrentItem(line);
+    EXPECT_EQ(State(), "/z/a.htm Ctrl+F4  back");
+    contents_.setCurrentItem(plus);
+    EXPECT_EQ(State(), "/z/a.htm Plus  back") << "a heading has no topic";
+    EXPECT_EQ(missing_.count(), 0);
 }
 
-TEST_F(Help, ATopicOnViewIsNotEmptyWhenTheFileIsOpenedAgain) {
-    window_.ShowContents();
-    window_.File(ChmFile::Open(QStringLiteral(HELP_FILE)));
-    window_.ShowContents();
-    EXPECT_EQ(Heading(), "Premiers pas");
-    EXPECT_EQ(Line(), "Premiers pas");
-}
-
-TEST_F(Help, ALinkToAMissingTopicLeavesThePage) {
-    window_.ShowContents();
-    QSignalSpy missing(&window_, &HelpWindow::TopicMissing);
-    Follow("aide:/absente.htm");
-    EXPECT_EQ(missing.count(), 1);
-    EXPECT_EQ(Heading(), "Premiers pas");
-    EXPECT_FALSE(window_.ShowTopic(QStringLiteral("/absente.htm")));
-    EXPECT_EQ(Heading(), "Premiers pas");
-}
-
-TEST_F(Help, LinksThatLeadOutAreNotFollowed) {
-    window_.ShowContents();
-    QSignalSpy missing(&window_, &HelpWindow::TopicMissing);
-    for (const char* link : {"http://example.invalid/", "file:///etc/hostname", "mailto:a@example.invalid"}) {
+TEST_F(Help, WhatCannotBeShownLeavesThePage) {
+    for (const char* link : {"http:/z/a.htm", "file:///etc/hostname", "mailto:a@example.invalid"})
         Follow(link);
-        EXPECT_EQ(Heading(), "Premiers pas") << link;
-    }
-    EXPECT_EQ(missing.count(), 0);
-}
-
-TEST_F(Help, PicturesAreShownAtHalfTheirPixels) {
-    ASSERT_TRUE(window_.ShowTopic(QStringLiteral("/modes.htm")));
-    const auto file = ChmFile::Open(QStringLiteral(HELP_FILE));
-    const QImage stored = QImage::fromData(*file->Read(QStringLiteral("/masques-auto.png")));
-    const auto shown = topic_.loadResource(QTextDocument::ImageResource, QUrl("aide:/masques-auto.png"));
-    EXPECT_EQ(shown.value<QImage>().deviceIndependentSize().toSize(), stored.size() / 2);
+    EXPECT_FALSE(window_.ShowTopic("/absente.htm"));
+    EXPECT_EQ(missing_.count(), 0);
+    Follow("aide:/absente.htm");
+    EXPECT_EQ(missing_.count(), 1);
+    EXPECT_EQ(State(), "/a.htm Grille");
+    const auto picture = [this](const char* url) {
+        return topic_.loadResource(QTextDocument::ImageResource, QUrl(url)).value<QImage>();
+    };
+    EXPECT_TRUE(picture("http:/p.xpm").isNull() && picture("aide:/absent.png").isNull());
+    EXPECT_EQ(picture("aide:/p.xpm").deviceIndependentSize(), QSizeF(3, 2)) << "half its pixels";
+    EXPECT_EQ(picture("aide:/p.xpm").pixelColor(1, 1), QColor(Qt::red));
 }
 
 TEST_F(Help, SearchingListsTopicsAndMarksTheWords) {
-    window_.ShowContents();
     auto& hits = Child<QListWidget>(window_, "hits");
-    window_.show();
-    words_.setText(QStringLiteral("exclusions"));
-    ASSERT_TRUE(hits.isVisible());
-    ASSERT_GT(hits.count(), 1);
-    hits.setCurrentRow(0);
-    EXPECT_EQ(Heading(), "Valeurs et exclusions");
-    ASSERT_FALSE(topic_.extraSelections().isEmpty());
-    for (const auto& mark : topic_.extraSelections()) {
-        EXPECT_EQ(mark.cursor.selectedText().toLower().toStdString(), "exclusions");
+    words_.setText("mot");
+    EXPECT_EQ(Marked(), "Mot mot mot ") << "of Mot, moteur, automot and mots";
+    words_.setText("grille resoudre");
+    ASSERT_TRUE(hits.isVisible() && hits.count() == 2);
+    EXPECT_EQ(hits.item(1)->text().toStdString(), "Résoudre");
+    EXPECT_EQ(Marked(), "Grille résoudre ");
+    hits.setCurrentRow(1);
+    EXPECT_EQ(State(), "/a1/b.htm Résoudre grille resoudre back");
+    EXPECT_EQ(Marked(), "grille Résoudre ");
+    words_.setText(" <b>xylophone ");
+    const auto& nothing = Child<QLabel>(window_, "nothingFound");
+    EXPECT_TRUE(nothing.isVisible() && nothing.textFormat() == Qt::PlainText);
+    EXPECT_EQ(nothing.text().toStdString(), "Aucune rubrique ne contient « <b>xylophone ».");
+    // Escape ends the search first; other keys are left alone.
+    QTest::keyClick(&words_, Qt::Key_F5);
+    QTest::keyClick(&words_, Qt::Key_Escape);
+    EXPECT_TRUE(window_.isVisible() && contents_.isVisible());
+    EXPECT_EQ(Marked(), "");
+    QTest::keyClick(&words_, Qt::Key_Escape);
+    EXPECT_FALSE(window_.isVisible());
+}
+
+// A dialog blocks the help until it belongs to it; a run of the engine lets nothing but modal windows react,
+// so over a message box the help is modal itself. Either may go before the help does.
+TEST_F(Help, CanBeUsedBesideAModalWindowAndOutlivesIt) {
+    window_.move(70, 50);
+    {
+        QDialog dialog;
+        QLineEdit field(&dialog);
+        dialog.setModal(true);
+        dialog.show();
+        EXPECT_EQ(TypedInto(words_), "");
+        window_.ShowBeside(&dialog);
+        EXPECT_EQ(TypedInto(words_) + TypedInto(field), "abcabc");
     }
-    words_.setText(QStringLiteral("xylophone"));
-    EXPECT_FALSE(hits.isVisible());
-    EXPECT_TRUE(Child<QLabel>(window_, "nothingFound").isVisible());
-    words_.clear();
-    EXPECT_TRUE(Child<QTreeWidget>(window_, "contents").isVisible());
-    EXPECT_TRUE(topic_.extraSelections().isEmpty());
-}
-
-TEST_F(Help, CanBeUsedBesideAModalDialogWhichCanBeUsedToo) {
-    window_.ShowContents();
-    window_.ShowBeside(nullptr);
-    QDialog dialog;
-    QLineEdit field(&dialog);
-    dialog.setModal(true);
-    dialog.show();
-    TypeInto(words_, "abc");
-    EXPECT_TRUE(words_.text().isEmpty()) << "the dialog should have blocked it";
-    window_.ShowBeside(&dialog);
-    TypeInto(words_, "abc");
-    EXPECT_EQ(words_.text().toStdString(), "abc");
-    TypeInto(field, "def");
-    EXPECT_EQ(field.text().toStdString(), "def");
-}
-
-// A run of the engine lets nothing but modal windows react.
-TEST_F(Help, IsModalOverAMessageBoxOnly) {
+    EXPECT_TRUE(window_.isVisible());
     QMessageBox box;
     box.setModal(true);
     box.show();
+    window_.showMinimized();
     window_.ShowBeside(&box);
-    EXPECT_TRUE(window_.isModal());
-    window_.ShowBeside(&window_);
-    EXPECT_TRUE(window_.isVisible());
+    EXPECT_EQ(TypedInto(words_), "abc");
+    EXPECT_TRUE(window_.isModal() && !window_.isMinimized());
+    window_.ShowBeside(&window_);  // opened from a help that is modal
+    EXPECT_EQ(window_.parentWidget(), &box);
     box.hide();
-    EXPECT_FALSE(window_.isModal());
-    EXPECT_TRUE(window_.isVisible());
-}
-
-TEST_F(Help, OutlivesTheDialogItWasOpenedFrom) {
-    window_.ShowContents();
-    {
-        QDialog dialog;
-        dialog.setModal(true);
-        dialog.show();
-        window_.ShowBeside(&dialog);
-    }
-    ServeEvents();
-    EXPECT_TRUE(window_.isVisible());
-    TypeInto(words_, "abc");
-    EXPECT_EQ(words_.text().toStdString(), "abc");
-}
-
-TEST_F(Help, EscapeEndsTheSearchFirst) {
-    window_.ShowContents();
-    window_.ShowBeside(nullptr);
-    words_.setText(QStringLiteral("grille"));
-    QTest::keyClick(&words_, Qt::Key_Escape);
-    EXPECT_TRUE(window_.isVisible());
-    EXPECT_TRUE(words_.text().isEmpty());
-    QTest::keyClick(&words_, Qt::Key_Escape);
-    EXPECT_FALSE(window_.isVisible());
+    EXPECT_TRUE(!window_.isModal() && !window_.parentWidget());
+    EXPECT_EQ(TypedInto(words_), "abc");
+    EXPECT_EQ(window_.pos(), QPoint(70, 50));
 }
 
 }  // namespace
