@@ -7,7 +7,7 @@
 #include "engine/RangeClass.h"
 #include "engine/Tables.h"
 #include "settings/Conversions.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 
 namespace {
 
@@ -45,9 +45,8 @@ class GivenPairs {
 };
 
 int ReadLevel() {
-    constexpr int medium = 5;
-    const int level = Conversions::ToInteger(IniParamProcs::ReadIniParam("Options", "LevelValue", "5"));
-    return level < 2 || level > 9 ? medium : level;
+    const int level = Settings::ReadStrict(Settings::LevelValue);
+    return Settings::LevelValue.Allows(level) ? level : Settings::LevelValue.byDefault;
 }
 
 // Nothing when 100 draws in a row hit pairs that were taken already.

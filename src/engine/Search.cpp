@@ -6,7 +6,8 @@
 #include "engine/Tables.h"
 #include "platform/Host.h"
 #include "settings/Conversions.h"
-#include "settings/IniParamProcs.h"
+#include "settings/HelpContexts.h"
+#include "settings/Settings.h"
 
 namespace {
 
@@ -35,19 +36,17 @@ bool ReportDuplicate(int cell) {
 }
 
 bool UserWantsToGoOn() {
-    constexpr int helpContext = 240;  // the topic of the level page
     return platform::TheHost().messages->Show(
                "Cette grille demande un certain temps pour être résolue. Voulez-vous continuer ?\r\r"
                "Pour plus d'informations, voir le menu Édition/Préférences, onglet Niveau\r"
                "et l'aide associée (appuyez sur F1 lorsque la boite de dialogue est affichée).",
                platform::MessageStyle::Exclamation + platform::MessageStyle::YesNo,
-               helpContext) == platform::MessageButton::Yes;
+               HelpContext::Niveau) == platform::MessageButton::Yes;
 }
 
 // Attempts between two questions.
 int AttemptLimit() {
-    const double loops = Conversions::NumericPrefix(IniParamProcs::ReadIniParam("Options", "ResolLoop", "0"));
-    return Conversions::RoundToInteger((loops + 1) * 20);
+    return Conversions::RoundToInteger((Settings::Read(Settings::ResolLoop) + 1) * 20);
 }
 
 void ShowProgress(int counter, int limit) {

@@ -2,7 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <string_view>
+
+#include "settings/Settings.h"
 
 // The seven colours of the program, red in the low byte:
 //   0 background of the window and of cells   1 background of the selected cell   2 grid lines
@@ -12,12 +13,16 @@ namespace ColorTable {
 using Colors = std::array<std::uint32_t, 7>;
 
 // What a fresh settings file gets.
-inline constexpr Colors Defaults{16777215, 65535, 0, 255, 0, 255, 0};
+inline constexpr Colors Defaults = [] {
+    Colors colors{};
+    for (const Settings::Color& row : Settings::Colors) colors[row.Index()] = row.byDefault;
+    return colors;
+}();
 
 // The shared table: filled at start-up and by the options dialog.
 Colors& Shared();
 
-// The colours as the settings file holds them now, read in one go. A missing key, or a number that is no
+// The colours as the settings file holds them now, read in one go. A missing key, or one that holds no
 // 24-bit colour, gives the default.
 Colors FromSettings(const Colors& byDefault = Defaults);
 

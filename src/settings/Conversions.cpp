@@ -80,6 +80,10 @@ std::int16_t ToInteger(std::string_view text) {
     return RoundTo<std::int16_t>(WholeNumber(text));
 }
 
+std::int32_t ToLong(std::string_view text) {
+    return RoundTo<std::int32_t>(WholeNumber(text));
+}
+
 bool ToBoolean(std::string_view text) {
     const std::string_view word = TrimText(text);
     if (SameWord(word, "true")) return true;

@@ -13,6 +13,9 @@ std::uint8_t ToByte(std::string_view text);
 // -32768..32767. Error 13: not a number; error 6: out of range.
 std::int16_t ToInteger(std::string_view text);
 
+// A 32-bit number. Error 13: not a number; error 6: out of range.
+std::int32_t ToLong(std::string_view text);
+
 // Any number other than 0, or True in any letter case, is true; 0 or False is false. Otherwise error 13.
 bool ToBoolean(std::string_view text);
 

@@ -86,10 +86,6 @@ void DeleteIniSection(std::string_view section) {
     DeleteProfileSection(section, IniFilePath());
 }
 
-IniSnapshot::IniSnapshot() {
-    profile_.Read(IniFilePath());
-}
-
 std::string IniSnapshot::Read(std::string_view section, std::string_view key,
                               std::string_view byDefault) const {
     return ValueIn(profile_, section, key, byDefault);

@@ -31,10 +31,11 @@ void WriteIniParam(std::string_view section, std::string_view key, std::string_v
 void DeleteIniParam(std::string_view section, std::string_view key);
 void DeleteIniSection(std::string_view section);
 
-// The settings as they are now, for a reader of many keys: the file is parsed once.
+// The settings, or another profile file, as they are now, for a reader of many keys: it is parsed once.
 class IniSnapshot {
   public:
-    IniSnapshot();
+    IniSnapshot() : IniSnapshot(IniFilePath()) {}
+    explicit IniSnapshot(const std::string& file) { profile_.Read(file); }
     std::string Read(std::string_view section, std::string_view key, std::string_view byDefault) const;
 
   private:
@@ -44,7 +45,7 @@ class IniSnapshot {
 // Several changes of one profile file, written in one step: it is read once and replaced once.
 class ProfileChanges {
   public:
-    explicit ProfileChanges(std::string file) : file_(std::move(file)) {}
+    explicit ProfileChanges(std::string file = IniFilePath()) : file_(std::move(file)) {}
     void Write(std::string_view section, std::string_view key, std::string_view value);
     void Delete(std::string_view section, std::string_view key);
     void DeleteSection(std::string_view section);
