@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "platform/qt/QtHost.h"
+#include "printing/CandidatePlaces.h"
 #include "printing/PageLayout.h"
 
 namespace {
@@ -74,24 +75,15 @@ class Page {
         painter_.drawText(place, Qt::AlignCenter | Qt::TextDontClip, QString::number(cell.value));
     }
 
-    // Three rows of three, with equal gaps between them and to the cell's edges.
     void PaintCandidates(const PrintedCell& cell, const QRectF& place) const {
         if (cell.candidates.none()) return;
         const QFont font = PaperFont(candidateRatio * pitch_);
-        const QFontMetricsF metrics(font);
-        const QSizeF label(metrics.horizontalAdvance(QLatin1Char('0')), metrics.height());
-        const double stepX = (place.width() - 3 * label.width()) / 4 + label.width();
-        const double stepY = (place.height() - 3 * label.height()) / 4 + label.height();
+        const auto places = CandidatePlaces(place, QFontMetricsF(font));
         painter_.setFont(font);
         painter_.setPen(Ink(6));
-        for (int d = 1; d <= 9; ++d) {
-            if (!cell.candidates.test(static_cast<std::size_t>(d))) continue;
-            const int column = (d - 1) % 3;
-            const int row = (d - 1) / 3;
-            const double left = place.left() + stepX * (column + 1) - label.width();
-            const double top = place.top() + stepY * (row + 1) - label.height();
-            painter_.drawText(QRectF(QPointF(left, top), label), Qt::AlignCenter | Qt::TextDontClip,
-                              QString::number(d));
+        for (std::size_t d = 1; d <= 9; ++d) {
+            if (!cell.candidates.test(d)) continue;
+            painter_.drawText(places[d - 1], Qt::AlignCenter | Qt::TextDontClip, QString::number(d));
         }
     }
 

@@ -12,6 +12,7 @@
 #include "document/window/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
 #include "platform/qt/QtHost.h"
+#include "printing/CandidatePlaces.h"
 
 namespace {
 
@@ -197,18 +198,10 @@ void ctrlCell::Relocate() {
     lblValue_.place = QRectF(0, 0, w, h);
 
     const double maskSize = std::max(maskRatio * h, std::min(legibleMask, h / 4));
-    const QFontMetricsF metrics(DigitFont(maskSize));
-    const double labelWidth = metrics.horizontalAdvance(QLatin1Char('0'));
-    const double labelHeight = metrics.height();
-    const double gapX = (w - 3 * labelWidth) / 4;
-    const double gapY = (h - 3 * labelHeight) / 4;
-    for (int d = 1; d <= 9; ++d) {
-        CellLabel& label = lblMask_[static_cast<std::size_t>(d - 1)];
-        const int column = (d - 1) % 3;
-        const int row = (d - 1) / 3;
-        label.pixelSize = maskSize;
-        label.place = QRectF(gapX + (labelWidth + gapX) * column, gapY + (labelHeight + gapY) * row,
-                             labelWidth, labelHeight);
+    const auto places = CandidatePlaces(lblValue_.place, QFontMetricsF(DigitFont(maskSize)));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        lblMask_[i].pixelSize = maskSize;
+        lblMask_[i].place = places[i];
     }
 }
 
