@@ -6,8 +6,7 @@
 #include <optional>
 
 #include "platform/qt/QtHost.h"
-#include "settings/Conversions.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 
 namespace {
 
@@ -17,9 +16,8 @@ constexpr double smallestGrid = 10;    // below it nobody reads the digits
 constexpr double unprintableEdge = 5;  // most printers leave that much of the paper white
 constexpr double footerHeight = 5;
 
-std::optional<double> Millimetres(const IniParamProcs::IniSnapshot& settings, const char* key,
-                                  const char* byDefault) {
-    QString text = platform_qt::FromUtf8(settings.Read("Options", key, byDefault)).trimmed();
+std::optional<double> Millimetres(const Settings::Measure& row, const Settings::IniSnapshot& settings) {
+    QString text = platform_qt::FromUtf8(Settings::Read(row, settings)).trimmed();
     bool isNumber = false;
     const double number = text.replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber);
     if (!isNumber || !std::isfinite(number) || number < 0) return std::nullopt;
@@ -27,8 +25,8 @@ std::optional<double> Millimetres(const IniParamProcs::IniSnapshot& settings, co
 }
 
 // The asked margin, without one the usual. Where that leaves no room the grid is centred.
-double MarginThatFits(std::optional<double> asked, double usual, double room) {
-    const double margin = asked.value_or(usual);
+double MarginThatFits(const Settings::Measure& row, const Settings::IniSnapshot& settings, double room) {
+    const double margin = Millimetres(row, settings).value_or(row.byDefault);
     return margin <= room ? margin : room / 2;
 }
 
@@ -46,17 +44,15 @@ QRectF FooterPlace(const QSizeF& paper, double gridBottom) {
 PageLayout LayoutFromSettings(const IniParamProcs::IniSnapshot& settings, bool landscape) {
     PageLayout page;
     page.paper = landscape ? QSizeF(longPaperSide, shortPaperSide) : QSizeF(shortPaperSide, longPaperSide);
-    double size = Millimetres(settings, "GridSize", "120").value_or(0);
-    if (size == 0) size = 120;
+    double size = Millimetres(Settings::GridSize, settings).value_or(0);
+    if (size == 0) size = Settings::GridSize.byDefault;
     if (size > shortPaperSide) size = shortPaperSide - 2 * unprintableEdge;
     size = std::max(size, smallestGrid);
-    const double left =
-        MarginThatFits(Millimetres(settings, "MarginLeft", "45"), 45, page.paper.width() - size);
-    const double top =
-        MarginThatFits(Millimetres(settings, "MarginTop", "15"), 15, page.paper.height() - size);
+    const double left = MarginThatFits(Settings::MarginLeft, settings, page.paper.width() - size);
+    const double top = MarginThatFits(Settings::MarginTop, settings, page.paper.height() - size);
     page.grid = QRectF(left, top, size, size);
 
-    const bool thinner = Conversions::NumericPrefix(settings.Read("Options", "LinesWidth", "0")) != 0;
+    const bool thinner = Settings::Read(Settings::LinesWidth, settings);
     // A small grid gets finer lines, so that they leave room for its digits.
     page.thickLine = (thinner ? 0.4 : 0.8) * std::min(1.0, size / 60);
     page.thinLine = page.thickLine / 4;

@@ -14,7 +14,7 @@
 #include "printing/PrintSystem.h"
 #include "printing/wPrinter.h"
 #include "settings/ColorTable.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ PrintSystem::Outcome SavePdf(const QString& caption, const QByteArray& pdf) {
     platform::FileQuestion question;
     question.save = true;
     question.filter = "Fichiers PDF|*.pdf";
-    question.folder = IniParamProcs::ReadIniParam("Files", "LastSaved", "");
+    question.folder = Settings::Read(Settings::LastSaved);
     question.proposedName = caption.toStdString();
     const std::string file = platform::TheHost().files->Ask(question);
     if (file.empty()) return PrintSystem::Outcome::Cancelled;
@@ -35,7 +35,7 @@ PrintSystem::Outcome SavePdf(const QString& caption, const QByteArray& pdf) {
 }
 
 PrintSystem::Outcome Print(const PrintedGrid& grid, const PrintChoice& choice) {
-    const IniParamProcs::IniSnapshot settings;
+    const Settings::IniSnapshot settings;
     const PageInk ink{ColorTable::FromSettings(), choice.blackAndWhite};
     const QByteArray pdf = Printing::RenderPdf(grid, LayoutFromSettings(settings, choice.landscape), ink);
     if (pdf.isEmpty()) return PrintSystem::Outcome::Failed;

@@ -7,32 +7,21 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
-#include "platform/Host.h"
+#include "platform/qt/DialogParts.h"
 #include "platform/qt/QtHost.h"
 #include "printing/PageLayout.h"
 #include "printing/PrintSystem.h"
-#include "settings/Conversions.h"
-#include "settings/IniParamProcs.h"
+#include "settings/HelpContexts.h"
+#include "settings/Settings.h"
 
 namespace {
 
-constexpr int printHelpContext = 230;
 const QString pdfFile = QStringLiteral("Fichier PDF");
-
-// A flag that somebody garbled must not stand between the user and the printer.
-bool FlagIn(const IniParamProcs::IniSnapshot& settings, const char* key) {
-    try {
-        return Conversions::ToBoolean(settings.Read("Impression", key, "0"));
-    } catch (const RuntimeError&) {
-        return false;
-    }
-}
 
 }  // namespace
 
@@ -85,7 +74,7 @@ wPrinter::wPrinter(const PrintedGrid& grid, QWidget* owner)
     auto* left = new QVBoxLayout;
     left->addWidget(BuildChoices());
     left->addStretch();
-    left->addWidget(BuildCommands());
+    left->addWidget(platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); }));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(20);
@@ -131,30 +120,15 @@ QWidget* wPrinter::BuildChoices() {
     return choices;
 }
 
-QWidget* wPrinter::BuildCommands() {
-    auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addStretch();
-    for (const auto& [index, caption] : {std::pair{1, "Ok"}, std::pair{0, "Annuler"}}) {
-        auto* button = new QPushButton(QString::fromUtf8(caption), row);
-        button->setObjectName(QStringLiteral("cmdCommands(%1)").arg(index));
-        button->setDefault(index == 1);
-        connect(button, &QPushButton::clicked, this, [this, index = index] { cmdCommands_Click(index); });
-        layout->addWidget(button);
-    }
-    return row;
-}
-
 void wPrinter::Form_Load() {
-    const IniParamProcs::IniSnapshot settings;
-    const QString stored = platform_qt::FromUtf8(settings.Read("Impression", "Printer", ""));
+    const Settings::IniSnapshot settings;
+    const QString stored = platform_qt::FromUtf8(Settings::Read(Settings::Printer, settings));
     neverChosen_ = stored.isEmpty();
     // The printer of the last time is believed in until the system has answered.
     if (!neverChosen_ && stored != pdfFile) cboPrinter_->addItem(stored);
     cboPrinter_->addItem(pdfFile);
-    optOrientation_->button(FlagIn(settings, "Orientation") ? 1 : 0)->setChecked(true);
-    chkBlackWhite_->setChecked(FlagIn(settings, "Noir&Blanc"));
+    optOrientation_->button(Settings::Read(Settings::Orientation, settings) ? 1 : 0)->setChecked(true);
+    chkBlackWhite_->setChecked(Settings::Read(Settings::BlackAndWhite, settings));
     ShowPage();
 }
 
@@ -185,8 +159,7 @@ PrintChoice wPrinter::Choice() const {
 void wPrinter::ShowPage() {
     Trap("wPrinter", "ShowPage", [this] {
         const PrintChoice choice = Choice();
-        preview_->Show(LayoutFromSettings(IniParamProcs::IniSnapshot(), choice.landscape),
-                       choice.blackAndWhite);
+        preview_->Show(LayoutFromSettings(Settings::IniSnapshot(), choice.landscape), choice.blackAndWhite);
     });
 }
 
@@ -194,10 +167,10 @@ void wPrinter::cmdCommands_Click(int index) {
     Trap("wPrinter", "cmdCommands_Click", [this, index] {
         if (index == 1) {
             const PrintChoice choice = Choice();
-            IniParamProcs::ProfileChanges changes(IniParamProcs::IniFilePath());
-            changes.Write("Impression", "Printer", choice.printer.toStdString());
-            changes.Write("Impression", "Orientation", choice.landscape ? "1" : "0");
-            changes.Write("Impression", "Noir&Blanc", choice.blackAndWhite ? "1" : "0");
+            Settings::ProfileChanges changes;
+            Settings::Write(changes, Settings::Printer, choice.printer.toStdString());
+            Settings::Write(changes, Settings::Orientation, choice.landscape);
+            Settings::Write(changes, Settings::BlackAndWhite, choice.blackAndWhite);
             changes.Commit();
             accepted_ = true;
         }
@@ -206,7 +179,5 @@ void wPrinter::cmdCommands_Click(int index) {
 }
 
 void wPrinter::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_F1) return QDialog::keyPressEvent(event);
-    const platform::Host& host = platform::TheHost();
-    host.help->ShowTopic(host.application->HelpFile(), printHelpContext);
+    if (!platform_qt::OpensHelp(*event, HelpContext::Impression)) QDialog::keyPressEvent(event);
 }

@@ -43,7 +43,6 @@ class wPrinter : public QDialog {
 
   private:
     QWidget* BuildChoices();
-    QWidget* BuildCommands();
     void Form_Load();
     void FillPrinters(const PrintSystem::Printers& printers);
     void ShowPage();

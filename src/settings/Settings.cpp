@@ -69,7 +69,7 @@ std::string Read(const TextFamily& rows, int index, const IniSnapshot& settings)
     return settings.Read(rows.section, std::to_string(index), "");
 }
 
-std::uint32_t Read(const ColorFamily<16>& rows, std::size_t index, const IniSnapshot& settings) {
+std::uint32_t Read(const ColorFamily& rows, std::size_t index, const IniSnapshot& settings) {
     return ColorOf(settings.Read(rows.section, std::to_string(index), noColor), rows.byDefault.at(index));
 }
 

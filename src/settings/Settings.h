@@ -46,10 +46,9 @@ struct TextFamily {
     std::string_view section;
     int first, last;
 };
-template <std::size_t size>
 struct ColorFamily {
     std::string_view section;
-    std::array<std::uint32_t, size> byDefault;  // of the keys "0", "1" ...
+    std::array<std::uint32_t, 16> byDefault;  // of the keys "0" to "15"
 };
 
 // In the order of the options dialog.
@@ -83,7 +82,7 @@ inline constexpr TextFamily RecentFiles{"MRU", 1, 9};
 // The classic scheme, in the order of the system's colour numbers: scroll bar, desktop, active caption,
 // inactive caption, menu, window, frame, menu text, window text, caption text, active border, inactive
 // border, work space, highlight, highlighted text, button face.
-inline constexpr ColorFamily<16> CustomColors{
+inline constexpr ColorFamily CustomColors{
     "CustomColors",
     {0xC8D0D4, 0xA56E3A, 0x6A240A, 0x808080, 0xC8D0D4, 0xFFFFFF, 0x000000, 0x000000, 0x000000, 0xFFFFFF,
      0xC8D0D4, 0xC8D0D4, 0x808080, 0x6A240A, 0xFFFFFF, 0xC8D0D4}};
@@ -109,7 +108,7 @@ std::uint32_t Read(const Color& row, const IniSnapshot& settings = IniSnapshot()
 std::string Read(const Measure& row, const IniSnapshot& settings = IniSnapshot());
 std::string Read(const Text& row, const IniSnapshot& settings = IniSnapshot());
 std::string Read(const TextFamily& rows, int index, const IniSnapshot& settings);
-std::uint32_t Read(const ColorFamily<16>& rows, std::size_t index, const IniSnapshot& settings);
+std::uint32_t Read(const ColorFamily& rows, std::size_t index, const IniSnapshot& settings);
 
 // Error 13 for what does not convert, error 6 for a number beyond 16 bits.
 bool ReadStrict(const Flag& row, const IniSnapshot& settings = IniSnapshot());
@@ -142,6 +141,16 @@ inline std::string AsText(const Text& /*row*/, std::string_view value) {
 template <class Row, class Value>
 void Write(ProfileChanges& changes, const Row& row, const Value& value) {
     changes.Write(row.section, row.key, AsText(row, value));
+}
+// One key of a family.
+inline void Write(ProfileChanges& changes, const TextFamily& rows, int index, std::string_view value) {
+    changes.Write(rows.section, std::to_string(index), value);
+}
+inline void Write(ProfileChanges& changes, const ColorFamily& rows, std::size_t index, std::uint32_t value) {
+    changes.Write(rows.section, std::to_string(index), std::to_string(value));
+}
+inline void Delete(ProfileChanges& changes, const ColorFamily& rows, std::size_t index) {
+    changes.Delete(rows.section, std::to_string(index));
 }
 template <class Row, class Value>
 void Write(const Row& row, const Value& value) {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 #include "support/ScriptedHost.h"
 
 namespace {
@@ -30,8 +30,8 @@ TEST(ColourChooser, OffersTheKeptColoursAndTheSystemsForTheRest) {
     };
     EXPECT_EQ(ChooseColor(0x0000FF), -1);
     EXPECT_EQ(offered[3], 0x112233U);
-    EXPECT_EQ(offered[4], SystemColour(4));
-    EXPECT_EQ(offered[15], SystemColour(15));
+    EXPECT_EQ(offered[4], Settings::CustomColors.byDefault[4]);
+    EXPECT_EQ(offered[15], Settings::CustomColors.byDefault[15]);
 }
 
 TEST(ColourChooser, KeepsOnlyWhatDiffersFromTheSystemAfterOk) {
@@ -39,7 +39,7 @@ TEST(ColourChooser, KeepsOnlyWhatDiffersFromTheSystemAfterOk) {
     Store(0, 0x010101);
     Store(1, 0x020202);
     host.onChooseColour = [](std::uint32_t, Colours& custom) {
-        custom[0] = SystemColour(0);  // back to what it was
+        custom[0] = Settings::CustomColors.byDefault[0];  // back to what it was
         custom[2] = 0x030303;
         return 0x00ABCDEFU;
     };

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/qt/DialogParts.h"
 #include "platform/qt/QtHost.h"
 
 namespace platform_qt {
@@ -22,9 +23,7 @@ class BoxWithHelp : public QMessageBox {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
-        const platform::Host& host = platform::TheHost();
-        if (event->key() != Qt::Key_F1 || helpContext_ == 0) return QMessageBox::keyPressEvent(event);
-        host.help->ShowTopic(host.application->HelpFile(), helpContext_);
+        if (!OpensHelp(*event, helpContext_)) QMessageBox::keyPressEvent(event);
     }
 
   private:

@@ -8,7 +8,7 @@
 
 #include "diagnostics/ErrorHandling.h"
 #include "platform/Host.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 
 namespace {
 
@@ -125,8 +125,9 @@ void MostRecentFilesClass::Add(QWidget& window, const std::string& path) {
 
 void MostRecentFilesClass::Load(QWidget& window, const std::string& file) {
     Trap("MostRecentFilesClass", "Load", [&] {
+        const Settings::IniSnapshot stored(file);
         for (int i = maxRecent_; i >= 1; --i) {
-            const std::string path = IniParamProcs::ReadProfileString("MRU", std::to_string(i), "", file);
+            const std::string path = Settings::Read(Settings::RecentFiles, i, stored);
             if (!path.empty()) Add(window, path);
         }
         ShowSeparator(window);
@@ -136,14 +137,14 @@ void MostRecentFilesClass::Load(QWidget& window, const std::string& file) {
 void MostRecentFilesClass::Save(QWidget& window, const std::string& file) {
     Trap("MostRecentFilesClass", "Save", [&] {
         // The old list always leaves the settings file; when that is the file to write, in the same step.
-        IniParamProcs::ProfileChanges changes(file);
+        Settings::ProfileChanges changes(file);
         if (file == IniParamProcs::IniFilePath()) {
-            changes.DeleteSection("MRU");
+            changes.DeleteSection(Settings::RecentFiles.section);
         } else {
-            IniParamProcs::DeleteIniSection("MRU");
+            IniParamProcs::DeleteIniSection(Settings::RecentFiles.section);
         }
         for (int i = 1; i <= EntryCount(window); ++i) {
-            changes.Write("MRU", std::to_string(i), PathOf(window, i));
+            Settings::Write(changes, Settings::RecentFiles, i, PathOf(window, i));
         }
         changes.Commit();
     });

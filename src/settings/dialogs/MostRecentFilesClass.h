@@ -23,7 +23,7 @@ class MostRecentFilesClass {
     // Puts the path at the top of the list.
     void Add(QWidget& window, const std::string& path);
 
-    // Fills the list from, or writes it to, section "MRU" of a profile file.
+    // Fills the list from, or writes it to, a profile file.
     void Load(QWidget& window, const std::string& file);
     void Save(QWidget& window, const std::string& file);
 

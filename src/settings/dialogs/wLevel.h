@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-class QButtonGroup;
+class LevelOptions;
 class QCheckBox;
 
 // Asks the level of a new puzzle. Made anew for every question; only "Ok" writes the settings.
@@ -21,7 +21,7 @@ class wLevel : public QDialog {
   private:
     void Form_Load();
 
-    QButtonGroup* optLevelValue_;
+    LevelOptions* levels_;
     QCheckBox* chkLevelAsk_;
     bool accepted_ = false;
 };

@@ -1,6 +1,5 @@
 #include "settings/dialogs/wOptions.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
@@ -10,40 +9,31 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <cmath>
-#include <string>
-#include <utility>
+#include <tuple>
 
 #include "diagnostics/ErrorHandling.h"
-#include "platform/Host.h"
+#include "platform/qt/DialogParts.h"
 #include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
-#include "settings/Conversions.h"
-#include "settings/IniParamProcs.h"
+#include "settings/HelpContexts.h"
 #include "settings/dialogs/ChooseColor.h"
+#include "settings/dialogs/LevelOptions.h"
 #include "settings/dialogs/WrappedCheckBox.h"
 
 namespace {
 
-// Top to bottom; the number is the colour's index in the table.
-constexpr std::array<std::pair<int, const char*>, 7> colorLabels{{
-    {0, "Fond de la fenêtre"},
-    {1, "Fond de la case sélectionnée"},
-    {2, "Lignes du quadrillage"},
-    {3, "Chiffre de valeur des cases verrouillées"},
-    {4, "Chiifre de valeur des cases non verrouillées"},
-    {6, "Chiffres de masque"},
-    {5, "Chiffres d'aide verrouillés"},
-}};
-
-constexpr std::array<std::pair<int, const char*>, 4> levelOptions{
-    {{7, "Débutant"}, {6, "Facile"}, {5, "Moyen"}, {4, "Difficile"}}};
-
-constexpr std::array<int, 5> pageHelpContexts{0, 210, 220, 230, 240};
+struct Page {
+    const char* caption;
+    int helpContext;
+};
+constexpr std::array<Page, 5> pages{{{"Page 0", 0},
+                                     {"Divers", HelpContext::Divers},
+                                     {"Couleurs", HelpContext::Couleurs},
+                                     {"Impression", HelpContext::Impression},
+                                     {"Niveau", HelpContext::Niveau}}};
 
 // A field that shows a colour and is pressed to change it.
 class ColorSwatch : public QAbstractButton {
@@ -67,10 +57,6 @@ class ColorSwatch : public QAbstractButton {
     const std::uint32_t& color_;
 };
 
-bool IsOn(const IniParamProcs::IniSnapshot& settings, const char* key, const char* byDefault) {
-    return Conversions::NumericPrefix(settings.Read("Options", key, byDefault)) != 0;
-}
-
 }  // namespace
 
 wOptions::wOptions(QWidget* owner)
@@ -80,137 +66,124 @@ wOptions::wOptions(QWidget* owner)
     setObjectName(QStringLiteral("wOptions"));
     setWindowTitle(QStringLiteral("Préférences"));
     tbsOnglets_->setObjectName(QStringLiteral("tbsOnglets"));
-    QFrame* sample = AddPage(0, QStringLiteral("Page 0"));
-    new QLabel(QStringLiteral("Page témoin. Dupliquer mais ne pas utiliser"), sample);
-    BuildDivers();
-    BuildCouleurs();
-    BuildImpression();
-    BuildNiveau();
+    new QLabel(QStringLiteral("Page témoin. Dupliquer mais ne pas utiliser"), AddPage(0));
+    BuildDivers(*AddPage(1));
+    BuildCouleurs(*AddPage(2));
+    BuildImpression(*AddPage(3));
+    BuildNiveau(*AddPage(4));
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(12, 12, 12, 12);
     layout->setSpacing(12);
     layout->addWidget(tbsOnglets_);
-    layout->addWidget(BuildCommands());
+    layout->addWidget(platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); }));
     layout->setSizeConstraint(QLayout::SetFixedSize);
     Trap("wOptions", "Form_Load", [this] { Form_Load(); });
     connect(tbsOnglets_, &QTabWidget::currentChanged, this, &wOptions::tbsOnglets_Click);
 }
 
 // Page 0 is made but never gets a tab.
-QFrame* wOptions::AddPage(int index, const QString& caption) {
+QFrame* wOptions::AddPage(int index) {
+    const QString caption = QLatin1String(pages[static_cast<std::size_t>(index)].caption);
     auto* page = new QFrame(this);
     page->setObjectName(QStringLiteral("frmPages(%1)").arg(index));
     page->setWindowTitle(caption);
     page->hide();
-    frmPages_[static_cast<std::size_t>(index)] = page;
     if (index > 0) tbsOnglets_->addTab(page, caption);
     return page;
 }
 
-QCheckBox* wOptions::AddCheckBox(QFrame* page, const char* name, const char* caption) {
-    auto* box = new WrappedCheckBox(QString::fromUtf8(caption), page);
-    box->setObjectName(QLatin1String(name));
+template <class Row>
+QCheckBox* wOptions::AddCheckBox(QFrame& page, const Row& row, const char* caption) {
+    auto* box = new WrappedCheckBox(QString::fromUtf8(caption), &page);
+    box->setObjectName(QLatin1String("chk") + platform_qt::FromUtf8(row.key));
+    page.layout()->addWidget(box);
     return box;
 }
 
-void wOptions::BuildDivers() {
-    QFrame* page = AddPage(1, QStringLiteral("Divers"));
-    chkNoSplash_ = AddCheckBox(page, "chkNoSplash", "Ne pas afficher l'écran d'accueil au démarrage");
-    chkLinesWidth_ = AddCheckBox(page, "chkLinesWidth", "Corriger les lignes trop épaisses à l'impression");
-    chkConfigOnNew_ =
-        AddCheckBox(page, "chkConfigOnNew", "Mode Initialisation à l'ouverture d'une nouvelle grille");
-    chkConfigOnNew_->setChecked(true);
-    auto* layout = new QVBoxLayout(page);
+void wOptions::BuildDivers(QFrame& page) {
+    auto* layout = new QVBoxLayout(&page);
     layout->setContentsMargins(20, 20, 20, 20);
     layout->setSpacing(12);
-    for (QCheckBox* box : {chkNoSplash_, chkLinesWidth_, chkConfigOnNew_}) layout->addWidget(box);
+    chkNoSplash_ = AddCheckBox(page, Settings::NoSplash, "Ne pas afficher l'écran d'accueil au démarrage");
+    chkLinesWidth_ =
+        AddCheckBox(page, Settings::LinesWidth, "Corriger les lignes trop épaisses à l'impression");
+    chkConfigOnNew_ =
+        AddCheckBox(page, Settings::ConfigOnNew, "Mode Initialisation à l'ouverture d'une nouvelle grille");
     layout->addStretch();
 }
 
-void wOptions::BuildCouleurs() {
-    QFrame* page = AddPage(2, QStringLiteral("Couleurs"));
-    auto* layout = new QGridLayout(page);
+void wOptions::BuildCouleurs(QFrame& page) {
+    auto* layout = new QGridLayout(&page);
     layout->setContentsMargins(20, 20, 20, 20);
     layout->setHorizontalSpacing(14);
     int row = 0;
-    for (const auto& [index, caption] : colorLabels) {
-        const auto slot = static_cast<std::size_t>(index);
-        auto* swatch = new ColorSwatch(page, colors_[slot]);
+    for (const Settings::Color& color : Settings::Colors) {
+        const std::size_t index = color.Index();
+        const QString caption = platform_qt::FromUtf8(color.label);
+        auto* swatch = new ColorSwatch(&page, colors_[index]);
         swatch->setObjectName(QStringLiteral("lblColors(%1)").arg(index));
-        swatch->setAccessibleName(QString::fromUtf8(caption));
-        connect(swatch, &QAbstractButton::clicked, this, [this, index = index] { lblColors_Click(index); });
-        lblColors_[slot] = swatch;
+        swatch->setAccessibleName(caption);
+        connect(swatch, &QAbstractButton::clicked, this,
+                [this, index] { lblColors_Click(static_cast<int>(index)); });
+        lblColors_[index] = swatch;
         layout->addWidget(swatch, row, 0);
-        layout->addWidget(new QLabel(QString::fromUtf8(caption), page), row, 1);
+        layout->addWidget(new QLabel(caption, &page), row, 1);
         ++row;
     }
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(row, 1);
     // Only the dialog itself sets it; it says whether there is anything to save on this page.
-    chkColorChanged_ = new QCheckBox(page);
+    chkColorChanged_ = new QCheckBox(&page);
     chkColorChanged_->setObjectName(QStringLiteral("chkColorChanged"));
     chkColorChanged_->hide();
 }
 
-QLineEdit* wOptions::MakeLayoutField(QFrame* page, const char* name, const char* text) {
-    auto* field = new QLineEdit(QLatin1String(text), page);
-    field->setObjectName(QLatin1String(name));
-    field->setFixedWidth(90);
-    field->installEventFilter(this);
-    return field;
-}
-
-void wOptions::BuildImpression() {
-    QFrame* page = AddPage(3, QStringLiteral("Impression"));
-    txtMarginLeft_ = MakeLayoutField(page, "txtMarginLeft", "45");
-    txtMarginTop_ = MakeLayoutField(page, "txtMarginTop", "15");
-    txtGridSize_ = MakeLayoutField(page, "txtGridSize", "120");
-    auto* layout = new QGridLayout(page);
+void wOptions::BuildImpression(QFrame& page) {
+    auto* layout = new QGridLayout(&page);
     layout->setContentsMargins(20, 20, 20, 20);
     layout->setVerticalSpacing(12);
-    int row = 0;
-    for (const auto& [caption, field] : {std::pair{"Marge Gauche", txtMarginLeft_},
-                                         {"Marge Haute", txtMarginTop_},
-                                         {"Dimension de la grille (carrée) :", txtGridSize_}}) {
-        auto* label = new QLabel(QString::fromUtf8(caption), page);
-        label->setBuddy(field);
-        field->setAccessibleName(label->text());
-        layout->addWidget(label, row, 0);
-        layout->addWidget(field, row, 1);
-        ++row;
+    const std::tuple<Settings::Measure, const char*, QLineEdit**> fields[] = {
+        {Settings::MarginLeft, "Marge Gauche", &txtMarginLeft_},
+        {Settings::MarginTop, "Marge Haute", &txtMarginTop_},
+        {Settings::GridSize, "Dimension de la grille (carrée) :", &txtGridSize_},
+    };
+    int line = 0;
+    for (const auto& [row, caption, field] : fields) {
+        *field = new QLineEdit(&page);
+        (*field)->setObjectName(QLatin1String("txt") + platform_qt::FromUtf8(row.key));
+        (*field)->setFixedWidth(90);
+        (*field)->installEventFilter(this);
+        auto* label = new QLabel(QString::fromUtf8(caption), &page);
+        label->setBuddy(*field);
+        (*field)->setAccessibleName(label->text());
+        layout->addWidget(label, line, 0);
+        layout->addWidget(*field, line, 1);
+        ++line;
     }
     layout->setColumnStretch(2, 1);
-    layout->setRowStretch(row, 1);
+    layout->setRowStretch(line, 1);
 }
 
-void wOptions::BuildNiveau() {
-    QFrame* page = AddPage(4, QStringLiteral("Niveau"));
-    optLevelValue_ = new QButtonGroup(this);
-    chkLevelAsk_ = AddCheckBox(page, "chkLevelAsk",
-                               "Ne pas demander le niveau à la création d'une grille, mais toujours "
-                               "appliquercelui défini c-dessous");
-    auto* layout = new QVBoxLayout(page);
+void wOptions::BuildNiveau(QFrame& page) {
+    auto* layout = new QVBoxLayout(&page);
     layout->setContentsMargins(20, 20, 20, 20);
     layout->setSpacing(8);
-    layout->addWidget(chkLevelAsk_);
-    for (const auto& [value, caption] : levelOptions) {
-        auto* option = new QRadioButton(QString::fromUtf8(caption), page);
-        option->setObjectName(QStringLiteral("optLevelValue(%1)").arg(value));
-        optLevelValue_->addButton(option, value);
-        auto* line = new QHBoxLayout;
-        line->addSpacing(24);
-        line->addWidget(option);
-        layout->addLayout(line);
-    }
+    chkLevelAsk_ = AddCheckBox(page, Settings::LevelAsk,
+                               "Ne pas demander le niveau à la création d'une grille, mais toujours "
+                               "appliquercelui défini c-dessous");
+    levels_ = new LevelOptions(&page, 24);
+    layout->addWidget(levels_);
     auto* label =
         new QLabel(QStringLiteral("Nombre de tentatives\nde résolution avant\nconfirmation lors de\n"
                                   "la création des grilles"),
-                   page);
-    cboResolLoop_ = new QComboBox(page);
+                   &page);
+    cboResolLoop_ = new QComboBox(&page);
     cboResolLoop_->setObjectName(QStringLiteral("cboResolLoop"));
     cboResolLoop_->setAccessibleName(label->text().replace(QLatin1Char('\n'), QLatin1Char(' ')));
-    for (int attempts = 10; attempts <= 90; attempts += 10) cboResolLoop_->addItem(QString::number(attempts));
+    for (int place = Settings::ResolLoop.lowest; place <= Settings::ResolLoop.highest; ++place) {
+        cboResolLoop_->addItem(QString::number((place + 1) * 10));
+    }
     label->setBuddy(cboResolLoop_);
     auto* attemptsLine = new QHBoxLayout;
     attemptsLine->setContentsMargins(0, 12, 0, 0);
@@ -222,48 +195,33 @@ void wOptions::BuildNiveau() {
     layout->addStretch();
 }
 
-QWidget* wOptions::BuildCommands() {
-    auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addStretch();
-    for (const auto& [index, caption] : {std::pair{1, "Ok"}, std::pair{0, "Annuler"}}) {
-        auto* button = new QPushButton(QString::fromUtf8(caption), row);
-        button->setObjectName(QStringLiteral("cmdCommands(%1)").arg(index));
-        button->setDefault(index == 1);
-        button->setAutoDefault(true);
-        connect(button, &QPushButton::clicked, this, [this, index = index] { cmdCommands_Click(index); });
-        layout->addWidget(button);
-    }
-    return row;
+std::array<std::pair<Settings::Measure, QLineEdit*>, 3> wOptions::Fields() const {
+    return {{{Settings::GridSize, txtGridSize_},
+             {Settings::MarginTop, txtMarginTop_},
+             {Settings::MarginLeft, txtMarginLeft_}}};
 }
 
 void wOptions::Form_Load() {
     tbsOnglets_->setCurrentIndex(0);
     tbsOnglets_Click();
     colors_ = ColorTable::FromSettings();
-    const IniParamProcs::IniSnapshot settings;
-    for (const auto& [key, field] : {std::pair{"GridSize", txtGridSize_},
-                                     {"MarginTop", txtMarginTop_},
-                                     {"MarginLeft", txtMarginLeft_}}) {
-        field->setText(platform_qt::FromUtf8(settings.Read("Options", key, field->text().toStdString())));
+    const Settings::IniSnapshot settings;
+    for (const auto& [row, field] : Fields()) {
+        field->setText(platform_qt::FromUtf8(Settings::Read(row, settings)));
     }
-    chkLinesWidth_->setChecked(IsOn(settings, "LinesWidth", "0"));
-    chkNoSplash_->setChecked(IsOn(settings, "NoSplash", "0"));
-    chkConfigOnNew_->setChecked(IsOn(settings, "ConfigOnNew", "1"));
-    chkLevelAsk_->setChecked(IsOn(settings, "LevelAsk", "0"));
-    const double level = Conversions::NumericPrefix(settings.Read("Options", "LevelValue", "5"));
-    for (QAbstractButton* option : optLevelValue_->buttons()) {
-        if (optLevelValue_->id(option) == level) option->setChecked(true);
-    }
-    const double position = Conversions::NumericPrefix(settings.Read("Options", "ResolLoop", "0"));
-    const bool inList = position >= 0 && position <= cboResolLoop_->count() - 1;
-    cboResolLoop_->setCurrentIndex(inList ? static_cast<int>(std::lround(position)) : 0);
+    chkLinesWidth_->setChecked(Settings::Read(Settings::LinesWidth, settings));
+    chkNoSplash_->setChecked(Settings::Read(Settings::NoSplash, settings) != 0);
+    chkConfigOnNew_->setChecked(Settings::Read(Settings::ConfigOnNew, settings));
+    chkLevelAsk_->setChecked(Settings::Read(Settings::LevelAsk, settings));
+    levels_->Load(settings);
+    const double place = Settings::Read(Settings::ResolLoop, settings);
+    cboResolLoop_->setCurrentIndex(Settings::ResolLoop.Allows(place) ? static_cast<int>(std::lround(place))
+                                                                     : Settings::ResolLoop.byDefault);
 }
 
 void wOptions::tbsOnglets_Click() {
     Trap("wOptions", "tbsOnglets_Click", [this] {
-        helpContext_ = pageHelpContexts.at(static_cast<std::size_t>(tbsOnglets_->currentIndex()) + 1);
+        helpContext_ = pages.at(static_cast<std::size_t>(tbsOnglets_->currentIndex()) + 1).helpContext;
     });
 }
 
@@ -287,28 +245,18 @@ void wOptions::cmdCommands_Click(int index) {
 }
 
 void wOptions::Save() {
-    IniParamProcs::ProfileChanges changes(IniParamProcs::IniFilePath());
-    const auto write = [&changes](const std::string& key, const std::string& value) {
-        changes.Write("Options", key, value);
-    };
-    const auto writeBox = [&write](const char* key, const QCheckBox& box) {
-        write(key, box.isChecked() ? "1" : "0");
-    };
+    Settings::ProfileChanges changes;
     if (chkColorChanged_->isChecked()) {
-        for (std::size_t i = 0; i < colors_.size(); ++i) {
-            write("Color_" + std::to_string(i), std::to_string(colors_[i]));
-        }
+        for (const Settings::Color& row : Settings::Colors)
+            Settings::Write(changes, row, colors_[row.Index()]);
     }
-    write("GridSize", txtGridSize_->text().toStdString());
-    write("MarginTop", txtMarginTop_->text().toStdString());
-    write("MarginLeft", txtMarginLeft_->text().toStdString());
-    writeBox("LinesWidth", *chkLinesWidth_);
-    writeBox("NoSplash", *chkNoSplash_);
-    writeBox("ConfigOnNew", *chkConfigOnNew_);
-    writeBox("LevelAsk", *chkLevelAsk_);
-    write("ResolLoop", std::to_string(cboResolLoop_->currentIndex()));
-    const int level = optLevelValue_->checkedId();
-    if (level >= 0) write("LevelValue", std::to_string(level));
+    for (const auto& [row, field] : Fields()) Settings::Write(changes, row, field->text().toStdString());
+    Settings::Write(changes, Settings::LinesWidth, chkLinesWidth_->isChecked());
+    Settings::Write(changes, Settings::NoSplash, chkNoSplash_->isChecked() ? 1 : 0);
+    Settings::Write(changes, Settings::ConfigOnNew, chkConfigOnNew_->isChecked());
+    Settings::Write(changes, Settings::LevelAsk, chkLevelAsk_->isChecked());
+    Settings::Write(changes, Settings::ResolLoop, cboResolLoop_->currentIndex());
+    levels_->Save(changes);
     changes.Commit();
     if (!chkColorChanged_->isChecked()) return;
     ColorTable::Shared() = colors_;
@@ -333,7 +281,5 @@ bool wOptions::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void wOptions::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_F1) return QDialog::keyPressEvent(event);
-    const platform::Host& host = platform::TheHost();
-    host.help->ShowTopic(host.application->HelpFile(), helpContext_);
+    if (!platform_qt::OpensHelp(*event, helpContext_)) QDialog::keyPressEvent(event);
 }

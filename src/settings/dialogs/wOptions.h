@@ -3,16 +3,19 @@
 #include <QDialog>
 #include <array>
 #include <cstdint>
+#include <utility>
 
+#include "settings/Settings.h"
+
+class LevelOptions;
 class QAbstractButton;
-class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QFrame;
 class QLineEdit;
 class QTabWidget;
 
-// Edits every preference of section "Options". Made anew for every showing; only "Ok" writes, and it may be
+// Edits the preferences. Made anew for every showing; only "Ok" writes, and it may be
 // invoked unseen: that is how a first start writes the defaults.
 class wOptions : public QDialog {
     Q_OBJECT
@@ -39,22 +42,22 @@ class wOptions : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QFrame* AddPage(int index, const QString& caption);
-    void BuildDivers();
-    void BuildCouleurs();
-    void BuildImpression();
-    void BuildNiveau();
-    QWidget* BuildCommands();
-    QCheckBox* AddCheckBox(QFrame* page, const char* name, const char* caption);
-    QLineEdit* MakeLayoutField(QFrame* page, const char* name, const char* text);
+    QFrame* AddPage(int index);
+    void BuildDivers(QFrame& page);
+    void BuildCouleurs(QFrame& page);
+    void BuildImpression(QFrame& page);
+    void BuildNiveau(QFrame& page);
+    template <class Row>
+    static QCheckBox* AddCheckBox(QFrame& page, const Row& row, const char* caption);
 
+    // The layout fields in the order in which they are written.
+    std::array<std::pair<Settings::Measure, QLineEdit*>, 3> Fields() const;
     void Form_Load();
     void Save();
     // False for a typed character that the layout fields do not take.
     bool txtResolMsg_KeyPress(int keyAscii) const;
 
     QTabWidget* tbsOnglets_;
-    std::array<QFrame*, 5> frmPages_{};
     std::array<QAbstractButton*, 7> lblColors_{};
     std::array<std::uint32_t, 7> colors_{};
     QCheckBox* chkColorChanged_ = nullptr;
@@ -65,7 +68,7 @@ class wOptions : public QDialog {
     QLineEdit* txtMarginLeft_ = nullptr;
     QLineEdit* txtMarginTop_ = nullptr;
     QLineEdit* txtGridSize_ = nullptr;
-    QButtonGroup* optLevelValue_ = nullptr;
+    LevelOptions* levels_ = nullptr;
     QComboBox* cboResolLoop_ = nullptr;
     int helpContext_ = 0;
 };
