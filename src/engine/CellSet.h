@@ -78,7 +78,7 @@ struct Region {
     EngineArray<std::uint8_t, Size> cells;
 };
 
-struct CellPlace {
+struct CellUnits {
     int row = 0;
     int col = 0;
     int box = 0;
@@ -88,7 +88,7 @@ struct CellPlace {
 
 // Everything about the grid's shape that is looked up by cell, by unit or by unit and position.
 struct Geometry {
-    EngineArray<CellPlace, 82> places;
+    EngineArray<CellUnits, 82> units;
     EngineArray<Region<9>, 10> rows, cols, boxes;
     EngineArray<Region<21>, 82> reach;  // the cell and all that share a unit with it
     EngineArray<CellSet, 82> alone;
@@ -113,24 +113,24 @@ constexpr int Neighbour(int line, int step) {
 
 constexpr Geometry MakeGeometry() {
     Geometry result;
-    auto& places = result.places;
+    auto& units = result.units;
     for (int cell = 1; cell <= 81; ++cell) {
         const int row = (cell - 1) / 9 + 1;
         const int col = (cell - 1) % 9 + 1;
         const int box = (row - 1) / 3 * 3 + (col - 1) / 3 + 1;
-        places[cell] = {
+        units[cell] = {
             row, col, box, {Neighbour(row, 1), Neighbour(row, 2)}, {Neighbour(col, 1), Neighbour(col, 2)}};
     }
     for (int unit = 1; unit <= 9; ++unit) {
-        result.rows[unit] = MakeRegion<9>([&](int cell) { return places[cell].row == unit; });
-        result.cols[unit] = MakeRegion<9>([&](int cell) { return places[cell].col == unit; });
-        result.boxes[unit] = MakeRegion<9>([&](int cell) { return places[cell].box == unit; });
+        result.rows[unit] = MakeRegion<9>([&](int cell) { return units[cell].row == unit; });
+        result.cols[unit] = MakeRegion<9>([&](int cell) { return units[cell].col == unit; });
+        result.boxes[unit] = MakeRegion<9>([&](int cell) { return units[cell].box == unit; });
     }
     for (int cell = 1; cell <= 81; ++cell) {
         result.alone[cell].Add(cell);
         result.reach[cell] = MakeRegion<21>([&](int other) {
-            return places[cell].row == places[other].row || places[cell].col == places[other].col ||
-                   places[cell].box == places[other].box;
+            return units[cell].row == units[other].row || units[cell].col == units[other].col ||
+                   units[cell].box == units[other].box;
         });
     }
     return result;

@@ -8,8 +8,8 @@
 
 namespace {
 
-using Global::CellPlace;
 using Global::CellSet;
+using Global::CellUnits;
 using Global::EngineArray;
 using Global::geometry;
 using Global::Region;
@@ -108,7 +108,7 @@ void FillCell(int cell, int digit) {
     for (CellSet& bits : tables.counts.entries) bits = bits - geometry.alone[cell];
     tables.emptyCells += (digit == 0 ? 1 : 0) - (tables.solve[cell] == 0 ? 1 : 0);
     tables.solve[cell] = static_cast<std::int16_t>(digit);
-    tables.boxDigits[geometry.places[cell].box * 10 + digit] = static_cast<std::int16_t>(digit);
+    tables.boxDigits[geometry.units[cell].box * 10 + digit] = static_cast<std::int16_t>(digit);
 }
 
 int CountValues(int firstCell, int step, int digit) {
@@ -143,10 +143,10 @@ unsigned PlacesInCol(int col, int digit) {
 }
 
 bool AllowsGuess(int cell, int digit) {
-    const CellPlace& place = geometry.places[cell];
-    return HasTwoBits(PlacesInRow(place.otherRows[0], digit)) ||
-           HasTwoBits(PlacesInRow(place.otherRows[1], digit)) ||
-           (PlacesInCol(place.otherCols[0], digit) | PlacesInCol(place.otherCols[1], digit)) != 0;
+    const CellUnits& units = geometry.units[cell];
+    return HasTwoBits(PlacesInRow(units.otherRows[0], digit)) ||
+           HasTwoBits(PlacesInRow(units.otherRows[1], digit)) ||
+           (PlacesInCol(units.otherCols[0], digit) | PlacesInCol(units.otherCols[1], digit)) != 0;
 }
 
 std::uint32_t Draw24Bits() {
@@ -163,12 +163,12 @@ namespace Global {
 
 int RowOf(int cell) {
     CheckIndex(cell, 1, 81);
-    return geometry.places[cell].row;
+    return geometry.units[cell].row;
 }
 
 int ColOf(int cell) {
     CheckIndex(cell, 1, 81);
-    return geometry.places[cell].col;
+    return geometry.units[cell].col;
 }
 
 int BandOf(int n) {
@@ -183,7 +183,7 @@ int StackOf(int n) {
 
 int BoxOf(int cell) {
     CheckIndex(cell, 1, 81);
-    return geometry.places[cell].box;
+    return geometry.units[cell].box;
 }
 
 int BoxCellIndex(int box, int position) {
@@ -303,7 +303,7 @@ int FindSingle(int& digit) {
     for (int k = 1; k <= 9; ++k) boxes = boxes | tables.boxSingles[k];
     if (boxes.Empty()) return 0;
     const int firstCell = boxes.First();  // the upper left cell of the box
-    const Region<9>& box = geometry.boxes[geometry.places[firstCell].box];
+    const Region<9>& box = geometry.boxes[geometry.units[firstCell].box];
     CellSet first;
     first.Add(firstCell);
     for (digit = 1; (tables.boxSingles[digit] & first).Empty();) ++digit;
