@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/EngineRun.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
 #include "engine/clsGrid.h"
@@ -85,11 +86,14 @@ class BenchHost : public platform::MessageBoxes,
 
 void AttemptFromEmptyTable(benchmark::State& state) {
     const BenchHost host;
+    RangeClass puzzle;
+    RangeClass working;
+    Global::EngineRun run(puzzle, working);
     int full = 0;
     for (auto _ : state) {
         Global::ResetTable();
         Global::Reseed();
-        Global::SolveAttempt();
+        run.SolveAttempt();
         full += Global::HasEmptyCell() ? 0 : 1;
     }
     state.counters["full"] = benchmark::Counter(full, benchmark::Counter::kAvgIterations);

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/EngineRun.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
 #include "engine/Tables.h"
@@ -90,17 +91,6 @@ std::array<int, 9> DrawOrder() {
     return order;
 }
 
-void BuildSolution() {
-    do {
-        Global::ClearRanges();
-        Global::ResetTable();
-        Global::Reseed();
-        Global::SeedBoxes();
-        // A stopped attempt counts as ended, but leaves empty cells.
-    } while (!Global::SolveAttempt() || Global::HasEmptyCell());
-    Global::WriteDigits();
-}
-
 bool SameTexts(const RangeClass& one, const RangeClass& other) {
     for (int row = 1; row <= 9; ++row)
         for (int col = 1; col <= 9; ++col)
@@ -108,22 +98,25 @@ bool SameTexts(const RangeClass& one, const RangeClass& other) {
     return true;
 }
 
-// Takes back what the check's solution wrote beside the givens.
-void KeepGivensOnly(RangeClass& puzzle) {
-    for (int row = 1; row <= 9; ++row)
-        for (int col = 1; col <= 9; ++col)
-            if (clsXlCellClass& cell = puzzle.Cells(row, col); !cell.Locked) cell.Value.clear();
-}
-
 }  // namespace
 
 namespace Global {
 
-bool CreateGrid(RangeClass& puzzle, RangeClass& working) {
-    UseRanges(puzzle, working);
-    CancelRequested = false;
+bool EngineRun::CreateGrid() {
+    cancelRequested_ = false;
     BuildSolution();
     return MakePuzzle();
+}
+
+void EngineRun::BuildSolution() {
+    do {
+        ClearRanges();
+        ResetTable();
+        Reseed();
+        SeedBoxes();
+        // A stopped attempt counts as ended, but leaves empty cells.
+    } while (!SolveAttempt() || HasEmptyCell());
+    WriteDigits();
 }
 
 void SeedBoxes() {
@@ -139,37 +132,42 @@ void FillBox(int box) {
         PlaceDigit(BoxCellIndex(box, position), order[static_cast<std::size_t>(position - 1)]);
 }
 
-bool MakePuzzle() {
+bool EngineRun::MakePuzzle() {
     constexpr int triesPerSolution = 25;
     while (true) {
         RangeClass solution;
-        WorkingRange().Copy(solution);
+        working_.Copy(solution);
         for (int tries = 0; tries < triesPerSolution; ++tries) {
             ChooseGivens();
             if (!SolveFromRanges()) return false;
-            const bool accepted = !CancelRequested && SameTexts(WorkingRange(), solution);
+            const bool accepted = !cancelRequested_ && SameTexts(working_, solution);
             // The next choice reads the solution where the check has just solved.
-            solution.Copy(WorkingRange());
-            if (accepted) KeepGivensOnly(PuzzleRange());
-            if (accepted || CancelRequested) return true;
+            solution.Copy(working_);
+            if (accepted) KeepGivensOnly();
+            if (accepted || cancelRequested_) return true;
         }
         // Few givens seldom leave one solution only; another solution may do better.
         BuildSolution();
     }
 }
 
-void ChooseGivens() {
+// Takes back what the check's solution wrote beside the givens.
+void EngineRun::KeepGivensOnly() {
+    for (int row = 1; row <= 9; ++row)
+        for (int col = 1; col <= 9; ++col)
+            if (clsXlCellClass& cell = puzzle_.Cells(row, col); !cell.Locked) cell.Value.clear();
+}
+
+void EngineRun::ChooseGivens() {
     std::optional<GivenPairs> pairs;
     while (!pairs) pairs = DrawPairs(ReadLevel());
 
-    RangeClass& puzzle = PuzzleRange();
-    const RangeClass& working = WorkingRange();
     for (int cell = 1; cell <= 81; ++cell) {
         const int row = RowOf(cell);
         const int col = ColOf(cell);
-        const std::string& text = working.Cells(row, col).Value;
+        const std::string& text = working_.Cells(row, col).Value;
         const bool given = pairs->Has(BoxOf(cell), Conversions::ToInteger(text));
-        clsXlCellClass& target = puzzle.Cells(row, col);
+        clsXlCellClass& target = puzzle_.Cells(row, col);
         target.Font.Bold = target.Locked = given;
         target.Value = given ? text : std::string();
     }

@@ -3,13 +3,9 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/ProgressWindow.h"
-
-class RangeClass;
-
-// The engine: the solve table with its elementary rules, the randomised search and the generator. Module
-// state, one run at a time, on the user-interface thread. Nothing here traps errors: a failure reaches the
-// caller. Every index is checked against its table and raises error 9 out of bounds.
+// The engine's solve table with its elementary rules; EngineRun.h has the search and the generator that work
+// on it. Module state, on the user-interface thread. Nothing here traps errors: a failure reaches the caller.
+// Every index is checked against its table and raises error 9 out of bounds.
 namespace Global {
 
 // ---- Geometry. Cells 1..81 row-major; rows, columns, boxes 1..9.
@@ -67,37 +63,11 @@ void Reseed(std::uint64_t seed);
 float NextRandom();               // n * 2^-24, 0 <= n < 2^24: below 1 always
 int RandomBetween(int a, int b);  // a..b; a, and nothing drawn, when b <= a
 
-// ---- Search.
+// ---- What a run does with the tables alone.
 
-using platform::ProgressWindow;
-// Names the window of the coming runs; borrowed. Without one (null) a run cannot be cancelled.
-void UseProgressWindow(ProgressWindow* window);
-
-// Solves the puzzle range into the working range; see SolveFromRanges. Both are borrowed: the routines below
-// that take no range work on those of the last Solve or CreateGrid, which must still live.
-void Solve(RangeClass& puzzle, RangeClass& working);
-
-// Attempts from the givens (texts of the puzzle range) until one ends. False only when the user declined to
-// go on; true when solved, cancelled, or when the givens clash. Unless solved, the working range holds the
-// givens only.
-bool SolveFromRanges();
+// False, and a message about the first clash, when a digit stands twice in a row, column or box.
 bool TestGivens();
-// One attempt on the table as loaded, without taking guesses back. True: the grid is full, or the attempt
-// was stopped (time limit, cancel, no guess can ever be made) and may be incomplete. False: dead end.
-bool SolveAttempt();
-void LoadGivens();
-void CopyWorkingToPuzzle();
-void ClearRanges();
-void ClearRange(RangeClass& range);
-
-// ---- Generator.
-
-// Fills the working range with a full solution and the puzzle range with the givens, locked and bold. True:
-// accepted or cancelled; false: the user declined to go on.
-bool CreateGrid(RangeClass& puzzle, RangeClass& working);
 void SeedBoxes();
 void FillBox(int box);
-bool MakePuzzle();
-void ChooseGivens();
 
 }  // namespace Global

@@ -1,6 +1,8 @@
+#include <cassert>
 #include <chrono>
 #include <string>
 
+#include "engine/EngineRun.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
 #include "engine/Tables.h"
@@ -11,16 +13,7 @@
 
 namespace {
 
-constexpr int rangeNotSet = 91;
-
-RangeClass* puzzleRange = nullptr;
-RangeClass* workingRange = nullptr;
-platform::ProgressWindow* progressWindow = nullptr;
-
-RangeClass& NamedRange(RangeClass* range) {
-    if (!range) throw RuntimeError(rangeNotSet);
-    return *range;
-}
+bool runActive = false;
 
 bool IsGiven(const clsXlCellClass& cell) {
     return !cell.Value.empty() && cell.Font.Bold;
@@ -49,26 +42,6 @@ int AttemptLimit() {
     return Conversions::RoundToInteger((Settings::Read(Settings::ResolLoop) + 1) * 20);
 }
 
-void ShowProgress(int counter, int limit) {
-    if (!progressWindow) return;
-    // A negative setting leaves a limit without a share to show.
-    progressWindow->Progress(limit > 0 ? 100.0 * counter / limit : 0.0);
-    if (!progressWindow->IsVisible()) Global::CancelRequested = true;
-}
-
-void LoadRangesFromPuzzle() {
-    RangeClass& puzzle = Global::PuzzleRange();
-    RangeClass& working = Global::WorkingRange();
-    Global::ClearRange(working);
-    for (int row = 1; row <= 9; ++row)
-        for (int col = 1; col <= 9; ++col) {
-            clsXlCellClass& from = puzzle.Cells(row, col);
-            clsXlCellClass& to = working.Cells(row, col);
-            from.Font.Bold = to.Font.Bold = !from.Value.empty();
-            to.Value = from.Value;
-        }
-}
-
 void ExcludeGivens() {
     for (int cell = 1; cell <= 81; ++cell)
         if (const int digit = Global::TableEntry(cell, 0); digit != 0) Global::PlaceAndExclude(cell, digit);
@@ -88,38 +61,24 @@ int DrawGuess(int cell) {
 
 namespace Global {
 
-bool CancelRequested = false;
-
-void UseRanges(RangeClass& puzzle, RangeClass& working) {
-    puzzleRange = &puzzle;
-    workingRange = &working;
+EngineRun::EngineRun(RangeClass& puzzle, RangeClass& working, platform::ProgressWindow* progress)
+    : puzzle_(puzzle), working_(working), progress_(progress) {
+    assert(!runActive);
+    runActive = true;
 }
 
-RangeClass& PuzzleRange() {
-    return NamedRange(puzzleRange);
+EngineRun::~EngineRun() {
+    runActive = false;
 }
 
-RangeClass& WorkingRange() {
-    return NamedRange(workingRange);
-}
-
-void UseProgressWindow(ProgressWindow* window) {
-    progressWindow = window;
-}
-
-void Solve(RangeClass& puzzle, RangeClass& working) {
-    UseRanges(puzzle, working);
-    SolveFromRanges();
-}
-
-bool SolveFromRanges() {
+bool EngineRun::SolveFromRanges() {
     LoadRangesFromPuzzle();
-    CancelRequested = false;
+    cancelRequested_ = false;
     const int limit = AttemptLimit();
     int counter = 0;
     while (true) {
         ShowProgress(counter, limit);
-        if (CancelRequested) return true;
+        if (cancelRequested_) return true;
         if (++counter > limit) {
             if (!UserWantsToGoOn()) return false;
             counter = 1;
@@ -134,6 +93,24 @@ bool SolveFromRanges() {
             return true;
         }
     }
+}
+
+void EngineRun::LoadRangesFromPuzzle() {
+    ClearRange(working_);
+    for (int row = 1; row <= 9; ++row)
+        for (int col = 1; col <= 9; ++col) {
+            clsXlCellClass& from = puzzle_.Cells(row, col);
+            clsXlCellClass& to = working_.Cells(row, col);
+            from.Font.Bold = to.Font.Bold = !from.Value.empty();
+            to.Value = from.Value;
+        }
+}
+
+void EngineRun::ShowProgress(int counter, int limit) {
+    if (!progress_) return;
+    // A negative setting leaves a limit without a share to show.
+    progress_->Progress(limit > 0 ? 100.0 * counter / limit : 0.0);
+    if (!progress_->IsVisible()) cancelRequested_ = true;
 }
 
 bool TestGivens() {
@@ -154,13 +131,13 @@ bool TestGivens() {
     return true;
 }
 
-bool SolveAttempt() {
+bool EngineRun::SolveAttempt() {
     ExcludeGivens();
     const platform::Host& host = platform::TheHost();
     const auto deadline = host.clock->Now() + std::chrono::minutes(1);
     while (HasEmptyCell()) {
         host.events->Yield();
-        if (host.clock->Now() > deadline || CancelRequested) return true;
+        if (host.clock->Now() > deadline || cancelRequested_) return true;
         int digit = 0;
         int cell = FindSingle(digit);
         if (cell == 0) {
@@ -178,31 +155,27 @@ bool SolveAttempt() {
     return true;
 }
 
-void LoadGivens() {
-    const RangeClass& working = WorkingRange();
+void EngineRun::LoadGivens() {
     for (int cell = 1; cell <= 81; ++cell) {
-        const clsXlCellClass& from = working.Cells(RowOf(cell), ColOf(cell));
+        const clsXlCellClass& from = working_.Cells(RowOf(cell), ColOf(cell));
         if (IsGiven(from)) PlaceDigit(cell, Conversions::ToInteger(from.Value));
     }
 }
 
-void WriteDigits() {
-    RangeClass& working = WorkingRange();
+void EngineRun::WriteDigits() {
     for (int cell = 1; cell <= 81; ++cell)
         if (const int digit = TableEntry(cell, 0); digit != 0)
-            working.Cells(RowOf(cell), ColOf(cell)).Value = std::to_string(digit);
+            working_.Cells(RowOf(cell), ColOf(cell)).Value = std::to_string(digit);
 }
 
-void CopyWorkingToPuzzle() {
-    RangeClass& puzzle = PuzzleRange();
-    const RangeClass& working = WorkingRange();
+void EngineRun::CopyWorkingToPuzzle() {
     for (int row = 1; row <= 9; ++row)
-        for (int col = 1; col <= 9; ++col) puzzle.Cells(row, col).Value = working.Cells(row, col).Value;
+        for (int col = 1; col <= 9; ++col) puzzle_.Cells(row, col).Value = working_.Cells(row, col).Value;
 }
 
-void ClearRanges() {
-    ClearRange(PuzzleRange());
-    ClearRange(WorkingRange());
+void EngineRun::ClearRanges() {
+    ClearRange(puzzle_);
+    ClearRange(working_);
 }
 
 void ClearRange(RangeClass& range) {

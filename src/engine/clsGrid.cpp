@@ -4,6 +4,7 @@
 #include <string>
 
 #include "diagnostics/ErrorHandling.h"
+#include "engine/EngineRun.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
 #include "settings/Conversions.h"
@@ -69,7 +70,6 @@ bool clsGrid::Verified() const {
 
 bool clsGrid::SolveGrid(platform::ProgressWindow* progress) {
     return Trap("clsGrid", "SolveGrid", [this, progress] {
-        Global::UseProgressWindow(progress);
         RangeClass puzzle;
         RangeClass working;
         for (const clsCell& cell : cells_) {
@@ -78,7 +78,7 @@ bool clsGrid::SolveGrid(platform::ProgressWindow* progress) {
             if (cell.Locked()) target.Value = std::to_string(cell.Value());
             working.Cells(cell.Row(), cell.Col()).Value = target.Value;
         }
-        Global::Solve(puzzle, working);
+        Global::EngineRun(puzzle, working, progress).SolveFromRanges();
         for (clsCell& cell : cells_) cell.Value(ValueOfText(working.Cells(cell.Row(), cell.Col()).Value));
         ManageAvails();
         solved_ = Verified();
@@ -88,10 +88,9 @@ bool clsGrid::SolveGrid(platform::ProgressWindow* progress) {
 
 bool clsGrid::CreateGrid(platform::ProgressWindow* progress) {
     return Trap("clsGrid", "CreateGrid", [this, progress] {
-        Global::UseProgressWindow(progress);
         RangeClass puzzle;
         RangeClass working;
-        if (!Global::CreateGrid(puzzle, working)) return false;
+        if (!Global::EngineRun(puzzle, working, progress).CreateGrid()) return false;
         for (clsCell& cell : cells_) {
             cell.Value(ValueOfText(working.Cells(cell.Row(), cell.Col()).Value));
             cell.Locked(puzzle.Cells(cell.Row(), cell.Col()).Locked);

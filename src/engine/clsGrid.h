@@ -3,7 +3,10 @@
 #include <array>
 
 #include "engine/clsCell.h"
-#include "platform/ProgressWindow.h"
+
+namespace platform {
+class ProgressWindow;
+}
 
 // One grid of 81 cells, numbered 1..81 row by row from the top left. Public routines that can fail report
 // through ShowError and end with the default result.
@@ -34,7 +37,8 @@ class clsGrid {
     bool Solved() const { return solved_; }
 
     // Solves from the locked cells alone; every other value is overwritten, whatever the outcome. Always
-    // false: ask Solved for the outcome.
+    // false: ask Solved for the outcome. Without a progress window (null; borrowed) the run cannot be
+    // cancelled.
     bool SolveGrid(platform::ProgressWindow* progress = nullptr);
 
     // Replaces the grid by a generated one: every value of the solution, the givens locked. False, and

@@ -1,7 +1,5 @@
 #include <algorithm>
-#include <map>
 #include <random>
-#include <set>
 
 #include "EngineSupport.h"
 #include "engine/Tables.h"
@@ -11,198 +9,200 @@ using namespace Global;
 namespace {
 
 // The table without anything kept beside it: each question is answered by a scan.
-struct PlainTable {
+struct PlainTable : GridShape {
+    using Unit = int (*)(int);  // of a cell
     int entry[82][10]{};
     int boxDigit[10][10]{};
+    int passes = 0;
 
     PlainTable() {
-        for (int cell = 1; cell <= 81; ++cell)
-            for (int k = 0; k <= 9; ++k) entry[cell][k] = k;
-        for (int box = 1; box <= 9; ++box)
-            for (int digit = 1; digit <= 9; ++digit) boxDigit[box][digit] = -digit;
+        for (int n = 0; n < 820; ++n) entry[n / 10][n % 10] = n % 10;
+        for (int n = 0; n < 100; ++n) boxDigit[n / 10][n % 10] = -(n % 10);
     }
-    static int Row(int cell) { return (cell - 1) / 9 + 1; }
-    static int Col(int cell) { return (cell - 1) % 9 + 1; }
-    static int Box(int cell) { return (Row(cell) - 1) / 3 * 3 + (Col(cell) - 1) / 3 + 1; }
-
-    void ExcludeWhere(int (*unitOf)(int), int unit, int digit) {
+    void Exclude(Unit unitOf, int unit, int digit) {
         for (int cell = 1; cell <= 81; ++cell)
             if (unitOf(cell) == unit) entry[cell][digit] = -digit;
     }
     void Place(int cell, int digit) {
         for (int k = 1; k <= 9; ++k) entry[cell][k] = -k;
-        entry[cell][0] = digit;
-        boxDigit[Box(cell)][digit] = digit;
+        entry[cell][0] = boxDigit[Box(cell)][digit] = digit;
     }
-    int Candidates(int cell) const {
-        return static_cast<int>(
-            std::count_if(entry[cell] + 1, entry[cell] + 10, [](int k) { return k > 0; }));
+    void PlaceAndExclude(int cell, int digit) {
+        Place(cell, digit);
+        for (const Unit unitOf : {Row, Col, Box}) Exclude(unitOf, unitOf(cell), digit);
     }
-    std::vector<int> Places(int (*unitOf)(int), int unit, int digit) const {
-        std::vector<int> places;
+    bool HasEmptyCell() const {
+        return std::any_of(entry + 1, entry + 82, [](const int* row) { return row[0] == 0; });
+    }
+    std::vector<int> Candidates(int cell) const {
+        std::vector<int> digits;
+        for (int k = 1; k <= 9; ++k)
+            if (entry[cell][k] > 0) digits.push_back(k);
+        return digits;
+    }
+    // The cells of the unit that have the digit in column k.
+    std::vector<int> Cells(Unit unitOf, int unit, int k, int digit) const {
+        std::vector<int> cells;
         for (int cell = 1; cell <= 81; ++cell)
-            if (unitOf(cell) == unit && entry[cell][digit] == digit) places.push_back(cell);
-        return places;
+            if (unitOf(cell) == unit && entry[cell][k] == digit) cells.push_back(cell);
+        return cells;
     }
-    int Single(int& digit) const {
+    // The cell and the digit; 0 and 0 when there is none.
+    std::pair<int, int> Single() const {
         for (int cell = 1; cell <= 81; ++cell)
-            for (digit = 1; digit <= 9; ++digit)
-                if (Candidates(cell) == 1 && entry[cell][0] == 0 && entry[cell][digit] > 0) return cell;
-        for (int box = 1; box <= 9; ++box)
-            for (digit = 1; digit <= 9; ++digit)
-                if (const auto places = Places(Box, box, digit); places.size() == 1) return places[0];
-        return 0;
+            if (const auto digits = Candidates(cell); digits.size() == 1) return {cell, digits[0]};
+        for (int n = 9; n < 90; ++n)
+            if (const auto places = Cells(Box, n / 9, n % 9 + 1, n % 9 + 1); places.size() == 1)
+                return {places[0], n % 9 + 1};
+        return {};
     }
-    std::set<int> Tied() const {
-        std::map<int, std::set<int>> byCount;
-        for (int cell = 1; cell <= 81; ++cell) byCount[Candidates(cell)].insert(cell);
-        byCount.erase(0);
-        return byCount.empty() ? std::set<int>{} : byCount.begin()->second;
+    std::vector<int> Tied() const {
+        std::vector<int> tied;
+        for (std::size_t fewest = 1; fewest <= 9 && tied.empty(); ++fewest)
+            for (int cell = 1; cell <= 81; ++cell)
+                if (Candidates(cell).size() == fewest) tied.push_back(cell);
+        return tied;
     }
     bool Allowed(int cell, int digit) const {
         for (int line = 1; line <= 9; ++line) {
-            const bool sameBand = (line - 1) / 3 == (Row(cell) - 1) / 3 && line != Row(cell);
-            const bool sameStack = (line - 1) / 3 == (Col(cell) - 1) / 3 && line != Col(cell);
-            if (sameBand && Places(Row, line, digit).size() >= 2) return true;
-            if (sameStack && !Places(Col, line, digit).empty()) return true;
+            const bool besideRow = line != Row(cell) && BandOf(line) == BandOf(Row(cell));
+            const bool besideCol = line != Col(cell) && BandOf(line) == BandOf(Col(cell));
+            if (besideRow && Cells(Row, line, digit, digit).size() >= 2) return true;
+            if (besideCol && !Cells(Col, line, digit, digit).empty()) return true;
         }
         return false;
     }
+    bool AnyAllowed(int cell) const {
+        const auto digits = Candidates(cell);
+        return std::any_of(digits.begin(), digits.end(), [&](int digit) { return Allowed(cell, digit); });
+    }
+    static int Take(std::vector<int>& numbers) {
+        const auto taken = numbers.begin() + RandomBetween(1, static_cast<int>(numbers.size())) - 1;
+        const int number = *taken;
+        return numbers.erase(taken), number;
+    }
+    bool Attempt() {
+        for (int cell = 1; cell <= 81; ++cell)
+            if (const int digit = entry[cell][0]; digit != 0) PlaceAndExclude(cell, digit);
+        for (; HasEmptyCell(); ++passes) {
+            auto [cell, digit] = Single();
+            if (cell == 0) {
+                std::vector<int> tied = Tied();
+                if (tied.empty()) return ++passes, false;
+                const bool moves =
+                    std::any_of(tied.begin(), tied.end(), [this](int n) { return AnyAllowed(n); });
+                cell = Take(tied);
+                for (auto rest = Candidates(cell); !rest.empty();)
+                    if (const int next = Take(rest); digit == 0 && Allowed(cell, next)) digit = next;
+                if (!moves) return ++passes, true;
+            }
+            if (digit != 0) PlaceAndExclude(cell, digit);
+        }
+        return true;
+    }
+    void ExpectEngineToAgree() const {
+        for (int cell = 1; cell <= 81; ++cell) {
+            ASSERT_EQ(std::tuple((RowOf(cell) - 1) * 9 + ColOf(cell), BoxOf(cell)),
+                      std::tuple(cell, Box(cell)));
+            for (int k = 0; k <= 9; ++k) ASSERT_EQ(TableEntry(cell, k), entry[cell][k]) << cell << " " << k;
+            ASSERT_EQ(CandidateCount(cell), Candidates(cell).size()) << cell;
+        }
+        for (int n = 9; n < 90; ++n) {
+            const int unit = n / 9, digit = n % 9 + 1, cell = n - 8;
+            ASSERT_EQ((BandOf(unit) - 1) * 3 + StackOf(unit), unit);
+            ASSERT_EQ(BoxDigitEntry(unit, digit), boxDigit[unit][digit]);
+            ASSERT_EQ(RowHasTwoPlaces(unit, digit), Cells(Row, unit, digit, digit).size() >= 2);
+            ASSERT_EQ(ColHasPlace(unit, digit), !Cells(Col, unit, digit, digit).empty());
+            ASSERT_EQ(GuessAllowed(cell, digit), Allowed(cell, digit)) << cell << " " << digit;
+        }
+    }
 };
 
-void ExpectAgreement(const PlainTable& plain) {
-    bool empty = false;
-    for (int cell = 1; cell <= 81; ++cell) {
-        for (int k = 0; k <= 9; ++k) ASSERT_EQ(TableEntry(cell, k), plain.entry[cell][k]) << cell << " " << k;
-        ASSERT_EQ(CandidateCount(cell), plain.Candidates(cell)) << cell;
-        empty = empty || plain.entry[cell][0] == 0;
-    }
-    ASSERT_EQ(HasEmptyCell(), empty);
-    for (int unit = 1; unit <= 9; ++unit)
-        for (int digit = 1; digit <= 9; ++digit) {
-            ASSERT_EQ(BoxDigitEntry(unit, digit), plain.boxDigit[unit][digit]);
-            ASSERT_EQ(RowHasTwoPlaces(unit, digit), plain.Places(PlainTable::Row, unit, digit).size() >= 2);
-            ASSERT_EQ(ColHasPlace(unit, digit), !plain.Places(PlainTable::Col, unit, digit).empty());
-            const int cell = unit * 9 - digit + 1;
-            ASSERT_EQ(GuessAllowed(cell, digit), plain.Allowed(cell, digit)) << cell << " " << digit;
-        }
-    int digit = 0;
-    int plainDigit = 0;
-    const int single = FindSingle(digit);
-    ASSERT_EQ(single, plain.Single(plainDigit));
-    ASSERT_TRUE(single == 0 || digit == plainDigit);
-
-    const std::set<int> tied = plain.Tied();
-    const int guess = ChooseGuessCell();
-    ASSERT_TRUE(tied.empty() ? guess == 0 : tied.count(guess) == 1) << guess;
-    if (guess == 0) return;
-    const CandidateList list = ShuffleCandidates(guess);
-    const std::set<int> shuffled(list.digits.begin(), list.digits.begin() + list.count);
-    ASSERT_EQ(static_cast<int>(shuffled.size()), plain.Candidates(guess));
-    for (const int k : shuffled) ASSERT_GT(plain.entry[guess][k], 0);
+template <auto routine>
+void Call(int first, int second) {
+    if constexpr (std::is_invocable_v<decltype(routine), int, int>)
+        routine(first, second);
+    else
+        routine(first);
 }
 
 }  // namespace
 
-// Faults: what is kept beside the table drifts away from it.
-TEST(TableBesideItsCounts, AgreesWithAScanAfterEveryStep) {
+using SolverTable = RunTest;
+
+// Faults: what is kept beside the table drifts away from it, an attempt that goes another way than the rules,
+// ends too early or draws too often.
+TEST_F(SolverTable, AndItsAttemptsAgreeWithPlainScans) {
     std::mt19937 random(7);
-    const auto draw = [&random](int first, int last) {
-        return std::uniform_int_distribution<int>(first, last)(random);
-    };
-    for (int round = 0; round < 60; ++round) {
+    const auto draw = [&random](unsigned last) { return static_cast<int>(random() % last) + 1; };
+    int full = 0;
+    int stuck = 0;
+    for (unsigned round = 0; round < 600 && !HasFatalFailure(); ++round) {
         ResetTable();
         PlainTable plain;
-        ExpectAgreement(plain);
-        // Sound rounds follow the rules; the others place anywhere, also in filled cells, and the digit 0.
-        const bool sound = round % 3 == 0;
-        Reseed(static_cast<std::uint64_t>(round));
-        for (int step = 0; step < 90 && !HasFatalFailure(); ++step) {
-            const int cell = sound ? ChooseGuessCell() : draw(1, 81);
-            if (cell == 0) break;
-            const int digit = sound ? ShuffleCandidates(cell).digits[0] : draw(1, 9);
-            const int unit = draw(1, 9);
-            const int kind = sound ? 0 : draw(1, 4);
-            if (kind == 0) PlaceAndExclude(cell, digit);
-            if (kind == 1) PlaceDigit(cell, step % 9 == 0 ? 0 : digit);
-            if (kind == 2) ExcludeInRow(unit, digit);
-            if (kind == 3) ExcludeInCol(unit, digit);
-            if (kind == 4) ExcludeInBox(unit, digit);
-            if (kind <= 1) plain.Place(cell, kind == 1 && step % 9 == 0 ? 0 : digit);
-            using Unit = int (*)(int);
-            for (const auto& [which, unitOf] :
-                 {std::pair<int, Unit>{2, PlainTable::Row}, {3, PlainTable::Col}, {4, PlainTable::Box}})
-                if (kind == 0 || kind == which)
-                    plain.ExcludeWhere(unitOf, kind == 0 ? unitOf(cell) : unit, digit);
-            ExpectAgreement(plain);
+        // Anything anywhere, also in filled cells; a digit 0 leaves its cell empty for good.
+        for (unsigned step = 0; step < round % 60; ++step) {
+            const int kind = draw(5), cell = draw(81), unit = draw(9), digit = draw(9);
+            const int placed = step % 50 == 9 ? 0 : digit;
+            if (kind == 1) PlaceDigit(cell, placed), plain.Place(cell, placed);
+            if (kind == 2) PlaceAndExclude(cell, digit), plain.PlaceAndExclude(cell, digit);
+            if (kind == 3) ExcludeInRow(unit, digit), plain.Exclude(Row, unit, digit);
+            if (kind == 4) ExcludeInCol(unit, digit), plain.Exclude(Col, unit, digit);
+            if (kind == 5) ExcludeInBox(unit, digit), plain.Exclude(Box, unit, digit);
         }
+        plain.ExpectEngineToAgree();
+        host.yields = 0;
+        Reseed(round);
+        const bool ended = run.SolveAttempt();
+        const float next = NextRandom();
+        Reseed(round);
+        ASSERT_EQ(ended, plain.Attempt()) << round;
+        ASSERT_EQ(std::tuple(next, host.yields), std::tuple(NextRandom(), plain.passes)) << round;
+        plain.ExpectEngineToAgree();
+        full += HasEmptyCell() ? 0 : 1;
+        stuck += ended && HasEmptyCell() ? 1 : 0;
     }
+    EXPECT_TRUE(full > 9 && stuck > 9 && full + stuck < 590) << full << " " << stuck;
 }
 
 // Faults: memory beside a table is read or written, or a refused call has changed something.
-TEST(TableIndexes, OutOfBoundsAreError9) {
-    using Routine = void (*)(int, int);
+TEST_F(SolverTable, RefusesIndexesOutOfBoundsWithError9) {
     struct Refusal {
-        Routine routine;
-        int first, last;    // of the first index
-        int first2, last2;  // of the second one
+        int first, last, first2, last2;  // of either index
+        std::vector<void (*)(int, int)> routines;
     };
-    constexpr Refusal refusals[] = {
-        {[](int cell, int) { RowOf(cell), ColOf(cell); }, 1, 81, -99, 999},
-        {[](int cell, int) { BoxOf(cell); }, 1, 81, -99, 999},
-        {[](int cell, int) { CandidateCount(cell); }, 1, 81, -99, 999},
-        {[](int cell, int) { ShuffleCandidates(cell); }, 1, 81, -99, 999},
-        {[](int cell, int digit) { IsDuplicate(cell, digit); }, 1, 81, -99, 999},
-        {[](int row, int digit) { CountInRow(row, digit); }, 1, 9, -99, 999},
-        {[](int col, int digit) { CountInCol(col, digit); }, 1, 9, -99, 999},
-        {[](int cell, int k) { TableEntry(cell, k); }, 0, 81, 0, 9},
-        {[](int box, int digit) { BoxDigitEntry(box, digit); }, 0, 9, 0, 9},
-        {[](int cell, int digit) { GuessAllowed(cell, digit); }, 1, 81, 1, 9},
-        {[](int row, int digit) { RowHasTwoPlaces(row, digit); }, 1, 9, 1, 9},
-        {[](int col, int digit) { ColHasPlace(col, digit); }, 1, 9, 1, 9},
-        {[](int box, int position) { BoxCellIndex(box, position); }, 1, 9, 1, 9},
-        {PlaceDigit, 1, 81, 0, 9},
-        {ExcludeInRow, 1, 9, 1, 9},
-        {ExcludeInCol, 1, 9, 1, 9},
-        {ExcludeInBox, 1, 9, 1, 9},
+    constexpr int any = -99;  // not checked
+    const Refusal refusals[] = {
+        {1, 81, any, any, {Call<RowOf>, Call<ColOf>, Call<BoxOf>}},
+        {1, 81, any, any, {Call<CandidateCount>, Call<ShuffleCandidates>, Call<IsDuplicate>}},
+        {1, 9, any, any, {Call<BandOf>, Call<StackOf>, Call<CountInRow>, Call<CountInCol>}},
+        {0, 81, 0, 9, {Call<TableEntry>}},
+        {0, 9, 0, 9, {Call<BoxDigitEntry>}},
+        {1, 81, 0, 9, {PlaceDigit}},
+        {1, 81, 1, 9, {PlaceAndExclude, Call<GuessAllowed>}},
+        {1, 9, 1, 9, {Call<RowHasTwoPlaces>, Call<ColHasPlace>, Call<BoxCellIndex>}},
+        {1, 9, 1, 9, {ExcludeInRow, ExcludeInCol, ExcludeInBox}},
     };
     ResetTable();
-    for (const Refusal& refusal : refusals) {
-        const auto number = &refusal - refusals;
-        for (const int wrong : {refusal.first - 1, refusal.last + 1, -32768, 32767})
-            EXPECT_EQ(ErrorOf([&] { refusal.routine(wrong, 5); }), 9) << number << " " << wrong;
-        for (const int wrong : {refusal.first2 - 1, refusal.last2 + 1})
-            EXPECT_EQ(ErrorOf([&] { refusal.routine(5, wrong); }), refusal.last2 == 9 ? 9 : 0) << number;
-    }
-    ExpectAgreement(PlainTable());
+    for (const auto& [first, last, first2, last2, routines] : refusals)
+        for (const auto routine : routines) {
+            for (const int wrong : {first - 1, last + 1, -32768, 32767})
+                EXPECT_EQ(ErrorOf([&] { routine(wrong, 5); }), 9)
+                    << &routines - &refusals[0].routines << " " << wrong;
+            for (const int wrong : {first2 - 1, last2 + 1})
+                EXPECT_EQ(ErrorOf([&] { routine(5, wrong); }), last2 == any ? 0 : 9) << wrong;
+        }
+    PlainTable().ExpectEngineToAgree();
 }
 
-// Faults: a bound is passed or never reached, some choices come more often, draws are wasted.
-TEST(RandomDraws, StayBetweenTheirBounds) {
+// Faults: a bound is passed or never reached, draws are wasted.
+TEST_F(SolverTable, DrawsStayBetweenTheirBounds) {
     for (std::uint64_t seed = 0; seed < 20000; ++seed) {
         Reseed(seed);
         EXPECT_EQ(RandomBetween(4, 4) + RandomBetween(4, 2), 8);  // draws nothing
         const double share = NextRandom();
-        ASSERT_LT(share, 1.0);
+        ASSERT_TRUE(share >= 0 && share < 1);
         Reseed(seed);
         ASSERT_EQ(RandomBetween(-32768, 32767), static_cast<int>(share * 65536) - 32768);
     }
-}
-
-TEST(RandomDraws, MakeEveryChoiceEquallyLikely) {
-    ResetTable();
-    for (int digit = 1; digit <= 5; ++digit) ExcludeInBox(3, digit);  // nine tied cells, four candidates each
-    std::array<int, 82> cells{};
-    std::array<std::array<int, 10>, 4> digits{};
-    for (std::uint64_t seed = 0; seed < 9000; ++seed) {
-        Reseed(seed);
-        const int cell = ChooseGuessCell();
-        ++cells[Slot(cell)];
-        const CandidateList list = ShuffleCandidates(cell);
-        for (std::size_t n = 0; n < 4; ++n) ++digits[n][Slot(list.digits[n])];
-    }
-    for (int position = 1; position <= 9; ++position)
-        EXPECT_NEAR(cells[Slot(BoxCellIndex(3, position))], 1000, 150);
-    for (const auto& counts : digits)
-        for (std::size_t digit = 6; digit <= 9; ++digit) EXPECT_NEAR(counts[digit], 2250, 200);
 }
