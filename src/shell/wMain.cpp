@@ -16,9 +16,9 @@
 #include "platform/Host.h"
 #include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
-#include "settings/Conversions.h"
 #include "settings/IniParamProcs.h"
 #include "settings/RegBase.h"
+#include "settings/Settings.h"
 #include "settings/dialogs/wOptions.h"
 #include "shell/Palette.h"
 #include "shell/wSplash.h"
@@ -27,14 +27,6 @@ namespace {
 
 constexpr QSize firstSize(820, 690);
 constexpr QSize smallestSize(480, 420);
-
-double NoSplash() {
-    return Conversions::NumericPrefix(IniParamProcs::ReadIniParam("Options", "NoSplash", "0"));
-}
-
-bool Flag(std::string_view key) {
-    return Conversions::ToBoolean(IniParamProcs::ReadIniParam("options", key, "0"));
-}
 
 // The window's own system menu claims every usual key of closing; the command "&Fermer" has Ctrl+W.
 void KeepCloseShortcut(const QMdiSubWindow& window) {
@@ -72,31 +64,30 @@ wMain::~wMain() {
 
 void wMain::MDIForm_Load() {
     Trap("wMain", "MDIForm_Load", [this] {
-        using namespace IniParamProcs;
         platform::Application& application = *platform::TheHost().application;
         application.HelpFile(application.ProgramFolder() + "/" + application.ProgramFileName() + ".chm");
         RegBase::RegisterFileType(application.ProgramFolder() + "/" + application.ProgramFileName(), "nx3",
                                   "\"%1\"", "Grille de Ninarix", 0);
         const bool commandLine = !application.CommandLine().empty();
         if (commandLine) OpenCommandLine();
-        if (!commandLine && NoSplash() == 0) {
+        if (!commandLine && Settings::Read(Settings::NoSplash) == 0) {
             show();
             ShowSplash();
         }
         // Unlike above, any number but 1 shows the splash here.
-        if (NoSplash() != 1) {
+        if (Settings::Read(Settings::NoSplash) != 1) {
             show();
             ShowSplash();
         }
-        if (ReadIniParam("Options", "Color_0", "").empty()) WriteFirstSettings();
+        if (Settings::IsMissing(Settings::Colors.front())) WriteFirstSettings();
         // Where settings cannot be written there is still nothing to read, and black on black helps nobody.
-        const bool written = !ReadIniParam("Options", "Color_0", "").empty();
+        const bool written = !Settings::IsMissing(Settings::Colors.front());
         ColorTable::Shared() =
             ColorTable::FromSettings(written ? ColorTable::Colors{} : ColorTable::Defaults);
-        if (Flag("NoAutoMasks")) mnuGridNoAutoMasks_Click();
-        if (Flag("GridHelpNone")) mnuGridHelpNone_Click();
-        recentFiles_.MaxRecent(9);
-        recentFiles_.Load(*this, IniFilePath());
+        if (Settings::ReadStrict(Settings::NoAutoMasks)) mnuGridNoAutoMasks_Click();
+        if (Settings::ReadStrict(Settings::GridHelpNone)) mnuGridHelpNone_Click();
+        recentFiles_.MaxRecent(Settings::RecentFiles.last);
+        recentFiles_.Load(*this, IniParamProcs::IniFilePath());
         UpdateColors();
     });
     // A setting that cannot be read ends the sequence, not the program.

@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
+#include "document/GridDocument.h"
 #include "document/window/BusyGuard.h"
 #include "document/window/wGrid.h"
 #include "platform/Host.h"
 #include "settings/ColorTable.h"
-#include "settings/Conversions.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 #include "settings/dialogs/wLevel.h"
 #include "settings/dialogs/wOptions.h"
 #include "shell/WithActiveGrid.h"
@@ -29,7 +29,7 @@ using platform::MessageStyle::SecondDefault;
 using platform::MessageStyle::Stop;
 
 bool AskLevel(QWidget* owner) {
-    if (Conversions::NumericPrefix(IniParamProcs::ReadIniParam("Options", "LevelAsk", "0")) != 0) return true;
+    if (Settings::Read(Settings::LevelAsk)) return true;
     wLevel level(owner);
     level.exec();
     return level.Accepted();
@@ -132,7 +132,7 @@ void wMain::MasksHiddenChanged() {
     Trap("wMain", "mnuGridHelpNone_Click", [this] {
         for (const OpenGrid& grid : Grids()) grid->UpdateGrid();
         UpdateColors();
-        IniParamProcs::WriteIniParam("Options", "GridHelpNone", MasksHidden() ? "1" : "0");
+        Settings::Write(Settings::GridHelpNone, MasksHidden());
     });
 }
 
@@ -143,7 +143,7 @@ void wMain::mnuGridNoAutoMasks_Click() {
 void wMain::ManualMasksChanged() {
     Trap("wMain", "mnuGridNoAutoMasks_Click", [this] {
         for (const OpenGrid& grid : Grids()) grid->NoAutoMask(ManualMasks());
-        IniParamProcs::WriteIniParam("Options", "NoAutoMasks", ManualMasks() ? "1" : "0");
+        Settings::Write(Settings::NoAutoMasks, ManualMasks());
     });
 }
 

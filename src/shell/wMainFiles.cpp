@@ -11,18 +11,17 @@
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
+#include "document/GridDocument.h"
 #include "document/window/BusyGuard.h"
 #include "document/window/wGrid.h"
 #include "platform/Host.h"
 #include "platform/SafeFile.h"
 #include "settings/FilesPaths.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 #include "shell/WithActiveGrid.h"
 #include "shell/wMain.h"
 
 namespace {
-
-using namespace IniParamProcs;
 
 QStringList DraggedFiles(const QMimeData& data) {
     QStringList files;
@@ -71,10 +70,10 @@ bool wMain::OpenGridFile(const QString& file) {
 void wMain::mnuFileOpen_Click() {
     Trap("wMain", "mnuFileOpen_Click", [this] {
         if (RefusedWhileBusy()) return;
-        const std::string file = FilesPaths::AskOpenFile(ReadIniParam("Files", "LastOpened", ""));
+        const std::string file = FilesPaths::AskOpenFile(Settings::Read(Settings::LastOpened));
         if (file.empty()) return;
         if (OpenGridFile(QString::fromStdString(file))) recentFiles_.Add(*this, file);
-        WriteIniParam("Files", "LastOpened", FilesPaths::FolderOf(file));
+        Settings::Write(Settings::LastOpened, FilesPaths::FolderOf(file));
     });
 }
 
@@ -90,7 +89,7 @@ void wMain::mnuFileMRU_Click(int index) {
 void wMain::mnuFileSaveAs_Click() {
     WithActiveGrid("mnuFileSaveAs_Click", [this](const OpenGrid& grid) {
         const std::string file =
-            FilesPaths::AskSaveFile(ReadIniParam("Files", "LastSaved", ""), grid->Document().Caption());
+            FilesPaths::AskSaveFile(Settings::Read(Settings::LastSaved), grid->Document().Caption());
         if (file.empty() || !grid) return;
         const QString path = QString::fromStdString(file);
         if (grid->SaveFile(path)) {
@@ -98,7 +97,7 @@ void wMain::mnuFileSaveAs_Click() {
             recentFiles_.Add(*this, file);
             grid->Form_Activate();
         }
-        WriteIniParam("Files", "LastSaved", FilesPaths::FolderOf(file));
+        Settings::Write(Settings::LastSaved, FilesPaths::FolderOf(file));
     });
 }
 

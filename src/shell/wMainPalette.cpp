@@ -1,6 +1,7 @@
 // The palette's commands: what the keyboard enters goes the same way.
 
 #include "diagnostics/ErrorHandling.h"
+#include "document/GridDocument.h"
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
 #include "engine/clsCell.h"

@@ -10,7 +10,7 @@
 #include "printing/PagePainter.h"
 #include "printing/Printing.h"
 #include "settings/FilesPaths.h"
-#include "settings/IniParamProcs.h"
+#include "settings/Settings.h"
 
 using platform::MessageButton;
 using platform::TheHost;
@@ -121,7 +121,7 @@ bool wGrid::SaveOnUnload() {
     if (!document_->Path().empty()) return SaveFile(Path());
     const OpenGrid self(this);
     const std::string file =
-        FilesPaths::AskSaveFile(IniParamProcs::ReadIniParam("Files", "LastOpened", ""), document_->Caption());
+        FilesPaths::AskSaveFile(Settings::Read(Settings::LastOpened), document_->Caption());
     if (file.empty() || !self || !SaveFile(QString::fromStdString(file))) return false;
     Path(QString::fromStdString(file));
     return true;
