@@ -1,5 +1,4 @@
 #include <QtGui>
-#include <algorithm>
 #include <sys/stat.h>
 
 #include "SmallHelp.h"
@@ -11,12 +10,9 @@ namespace {
 TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
     const auto file = ChmFile::Open(HELP_FILE);
     ASSERT_TRUE(file);
-    const std::pair<int, const char*> pages[] = {
-        {210, "Divers"}, {220, "Couleurs"}, {230, "Impression"}, {240, "Niveau"}};
-    for (const auto& [context, page] : pages) {
-        const QString html = QString::fromUtf8(file->Read(file->TopicOf(context)).value_or(""));
-        EXPECT_TRUE(html.contains(QStringLiteral("<h1>Préférences\u00a0: %1</h1>").arg(page))) << page;
-    }
+    QStringList topics;
+    for (const int context : {210, 220, 230, 240}) topics += file->TopicOf(context);
+    EXPECT_EQ(topics.join(' '), "/divers.htm /couleurs.htm /impression.htm /niveau.htm");
     QStringList unnamed = file->Objects().filter(".htm");
     for (const HelpEntry& entry : file->Contents()) unnamed.removeOne(entry.path);
     EXPECT_EQ(unnamed.join(' ').toStdString(), "");
@@ -31,7 +27,6 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
         for (const auto& match : reference.globalMatch(QString::fromUtf8(bytes))) {
             const auto target = file->Read('/' + match.captured(1));
             ASSERT_TRUE(target) << match.captured(1).toStdString();
-            if (!match.captured(1).endsWith(".png")) continue;
             EXPECT_EQ(QImage::fromData(*target).width(), 2 * match.captured(2).toInt());
         }
     }
@@ -41,12 +36,11 @@ using HelpFile = SmallHelp;
 
 TEST_F(HelpFile, ContentsKeepTheirOrderAndDepth) {
     const auto file = ChmFile::Open(file_);
-    ASSERT_TRUE(file);
-    QStringList lines;
+    QString lines;
     for (const auto& entry : file->Contents())
         lines += QString::number(entry.depth) + entry.title + entry.path;
-    EXPECT_EQ(lines.join('|').toStdString(),
-              "0Débuter & jouer|1Grille/a.htm|1Résoudre/a1/b.htm|0Plus|1Détails|2Ctrl+F4/z/a.htm");
+    EXPECT_EQ(lines.toStdString(),
+              "0Débuter & jouer1Grille/a.htm1Résoudre/a1/b.htm0Plus1Détails2Ctrl+F4/z/a.htm");
     EXPECT_EQ(file->Home(), "/a.htm");
     EXPECT_TRUE(file->Read("/A1/B.HTM").value_or("").contains("d'un coup"));
     // A file without topics is none.
@@ -55,7 +49,7 @@ TEST_F(HelpFile, ContentsKeepTheirOrderAndDepth) {
 }
 
 TEST_F(HelpFile, AContextTableIsReadAsFarAsItIsSound) {
-    const QByteArray strings("\0C:\\build\\a.htm\0/tmp/x/a1/b.htm\0/tmp/z/A.HTM\0/absent.htm\0/a.htm", 63);
+    Write("xSTRINGS", {"\0C:\\build\\a.htm\0/tmp/x/a1/b.htm\0/tmp/z/A.HTM\0/absent.htm\0/a.htm", 63});
     const std::pair<std::vector<qint32>, const char*> cases[] = {{{16, 1, 1, 2, 16}, "/a.htm|/a1/b.htm"},
                                                                  {{-1, 1, 32, 2, 16}, "/z/a.htm|/a1/b.htm"},
                                                                  {{15, 1, 1, 2, 16}, "/a.htm|"},
@@ -64,17 +58,12 @@ TEST_F(HelpFile, AContextTableIsReadAsFarAsItIsSound) {
                                                                  {{16, 1, -1, 2, 16}, "|/a1/b.htm"},
                                                                  {{16, 1, 63, 2, 16}, "|/a1/b.htm"},
                                                                  {{}, "|"}};
-    Write("xSTRINGS", strings);
-    for (const auto& [numbers, topics] : cases) {
-        QByteArray table;
-        for (const qint32 number : numbers) {
-            table += QByteArray::fromRawData(reinterpret_cast<const char*>(&number), 4);
-        }
-        Write("xIVB", table);
+    for (const auto& [table, topics] : cases) {
+        Write("xIVB",
+              {reinterpret_cast<const char*>(table.data()), static_cast<qsizetype>(4 * table.size())});
         // Compilers make their own; in the directory, the name of that one goes to this one.
         QByteArray bytes = Compiled().replace("/#IVB", "/yIVB").replace("/#STRINGS", "/ySTRINGS");
         const auto file = ChmFile::Open(Sealed(bytes.replace("/xIVB", "/#IVB").replace("/xSTR", "/#STR")));
-        ASSERT_TRUE(file);
         EXPECT_EQ((file->TopicOf(1) + '|' + file->TopicOf(2)).toStdString(), topics);
     }
 }
@@ -93,17 +82,16 @@ TEST_F(HelpFile, DamagedOrNoFileAtAllIsRefused) {
     QByteArray remark = "This archive was not made by the MS HTML Help Workshop";
     EXPECT_FALSE(HelpSeal::Put(remark)) << "no room";
     EXPECT_FALSE(ChmFile::Open(Sealed(remark + QByteArray(26, ' '))));
-    EXPECT_FALSE(ChmFile::Open("absent.chm"));
     // Nobody ever writes into a pipe: opening it would wait for ever.
     ASSERT_EQ(mkfifo(host_.PathOf("tube.chm").c_str(), 0600), 0);
     EXPECT_FALSE(ChmFile::Open(QString::fromStdString(host_.PathOf("tube.chm"))));
-    // A hole from before the file was sealed: what cannot be read whole is not read.
+    // A hole from before the file was sealed: what lies in it is not read, what lies before it is.
     QByteArray bytes = Bytes(HELP_FILE);
     bytes.replace(bytes.indexOf("Ninarix SHA-256"), remark.size(), remark);
     const auto holed = ChmFile::Open(Sealed(bytes.replace(bytes.size() / 2, 20000, QByteArray(20000, 0))));
-    const auto lost = [&](const QString& object) { return !holed->Read(object); };
-    EXPECT_TRUE(holed && std::ranges::any_of(holed->Objects(), lost));
-    EXPECT_FALSE(lost("/clavier.htm")) << "which lies before the hole";
+    const auto objects = holed->Objects();
+    EXPECT_FALSE(std::all_of(objects.begin(), objects.end(), [&](auto& path) { return holed->Read(path); }));
+    EXPECT_TRUE(holed->Read("/clavier.htm"));
 }
 
 }  // namespace

@@ -31,8 +31,6 @@ class Help : public SmallHelp {
         return texts.toStdString();
     }
     QToolButton& Button(const char* name) { return Child<QToolButton>(window_, name); }
-    // What a click on a link does.
-    void Follow(const char* link) { topic_.setSource(QUrl(link)); }
     // Through the window system, which knows what a modal window blocks.
     static std::string TypedInto(QLineEdit& field) {
         field.clear();
@@ -47,18 +45,23 @@ class Help : public SmallHelp {
     TopicView& topic_ = Child<TopicView>(window_, "topic");
     QLineEdit& words_ = Child<QLineEdit>(window_, "words");
     QTreeWidget& contents_ = Child<QTreeWidget>(window_, "contents");
-    QSignalSpy missing_{&window_, &HelpWindow::TopicMissing};
 };
 
-TEST_F(Help, TheContentsFollowTheTopicAlsoOnTheWayBack) {
+TEST_F(Help, TheContentsFollowTheTopicAndLeadToIt) {
     EXPECT_EQ(State(), "/a.htm Grille");
     EXPECT_EQ(window_.windowTitle(), "Grille - Aide de Ninarix");
     words_.setText("mot");
-    Follow("aide:/A1/b.htm");
+    topic_.setSource(QUrl("aide:/A1/b.htm"));
     EXPECT_EQ(State(), "/A1/b.htm Résoudre mot back");
-    ASSERT_TRUE(window_.ShowTopic("/z/a.htm"));
+    auto* plus = contents_.topLevelItem(1);
+    auto* line = plus->child(0)->child(0);
+    words_.clear();
+    EXPECT_FALSE(contents_.visualItemRect(line).isEmpty()) << "not unfolded";
+    contents_.setCurrentItem(line);
+    EXPECT_EQ(State(), "/z/a.htm Ctrl+F4  back");
     EXPECT_EQ(window_.windowTitle(), "Aide de Ninarix");
-    EXPECT_EQ(window_.focusWidget(), &topic_);
+    contents_.setCurrentItem(plus);
+    EXPECT_EQ(State(), "/z/a.htm Plus  back") << "a heading has no topic";
     Button("back").click();
     EXPECT_EQ(State(), "/A1/b.htm Résoudre  back forward");
     Button("forward").click();
@@ -72,34 +75,27 @@ TEST_F(Help, TheContentsFollowTheTopicAlsoOnTheWayBack) {
     window_.File(ChmFile::Open(file_));
     ASSERT_TRUE(window_.ShowTopic("/a.htm"));
     EXPECT_EQ(State(), "/a.htm Grille");
+    EXPECT_EQ(window_.focusWidget(), &topic_);
     EXPECT_TRUE(topic_.toPlainText().startsWith("Grille\n"));
-}
-
-TEST_F(Help, ALineOfTheContentsShowsItsTopic) {
-    auto* plus = contents_.topLevelItem(1);
-    ASSERT_EQ(contents_.topLevelItemCount() * 10 + plus->childCount(), 21);
-    auto* line = plus->child(0)->child(0);
-    EXPECT_FALSE(contents_.visualItemRect(line).isEmpty()) << "not unfolded";
-    contents_.setCurrentItem(line);
-    EXPECT_EQ(State(), "/z/a.htm Ctrl+F4  back");
-    contents_.setCurrentItem(plus);
-    EXPECT_EQ(State(), "/z/a.htm Plus  back") << "a heading has no topic";
-    EXPECT_EQ(missing_.count(), 0);
+    // Captions beside their pictures, and all of it above the topic, which has most of the window.
+    EXPECT_GT(Button("back").width(), Button("back").fontMetrics().horizontalAdvance("Précédent"));
+    EXPECT_LE(Button("back").parentWidget()->geometry().bottom(), topic_.y());
+    EXPECT_GT(2 * topic_.width(), window_.width());
 }
 
 TEST_F(Help, WhatCannotBeShownLeavesThePage) {
-    for (const char* link : {"http:/z/a.htm", "file:///etc/hostname", "mailto:a@example.invalid"})
-        Follow(link);
+    const QSignalSpy missing(&window_, &HelpWindow::TopicMissing);
+    for (const char* link : {"http:/z/a.htm", "mailto:a@example.invalid"}) topic_.setSource(QUrl(link));
     EXPECT_FALSE(window_.ShowTopic("/absente.htm"));
-    EXPECT_EQ(missing_.count(), 0);
-    Follow("aide:/absente.htm");
-    EXPECT_EQ(missing_.count(), 1);
+    EXPECT_EQ(missing.count(), 0);
+    topic_.Follow("/absente.htm");
+    EXPECT_EQ(missing.count(), 1);
     EXPECT_EQ(State(), "/a.htm Grille");
     const auto picture = [this](const char* url) {
         return topic_.loadResource(QTextDocument::ImageResource, QUrl(url)).value<QImage>();
     };
     EXPECT_TRUE(picture("http:/p.xpm").isNull() && picture("aide:/absent.png").isNull());
-    EXPECT_EQ(picture("aide:/p.xpm").deviceIndependentSize(), QSizeF(3, 2)) << "half its pixels";
+    EXPECT_EQ(picture("aide:/p.xpm").size(), QSize(3, 2)) << "half its pixels";
     EXPECT_EQ(picture("aide:/p.xpm").pixelColor(1, 1), QColor(Qt::red));
 }
 

@@ -9,9 +9,8 @@ namespace {
 
 class Viewer : public SmallHelp {
   protected:
-    // Context 0: the contents. Returns the topics on view.
-    std::string Show(const std::string& file, int context) {
-        context == 0 ? viewer_.ShowContents(file) : viewer_.ShowTopic(file, context);
+    // The topics on view.
+    static std::string Topics() {
         std::string topics;
         for (QWidget* widget : QApplication::allWidgets()) {
             auto* topic = qobject_cast<TopicView*>(widget);
@@ -19,8 +18,13 @@ class Viewer : public SmallHelp {
         }
         return topics;
     }
+    // Context 0: the contents.
+    std::string Show(const std::string& file, int context) {
+        context == 0 ? viewer_->ShowContents(file) : viewer_->ShowTopic(file, context);
+        return Topics();
+    }
 
-    platform_qt::QtHelpViewer viewer_{host_};
+    std::optional<platform_qt::QtHelpViewer> viewer_{host_};
     const std::string whole_ = file_.toStdString();
 };
 
@@ -41,9 +45,12 @@ TEST_F(Viewer, OneWindowShowsAllAlsoOverABoxAndAfterIt) {
         EXPECT_EQ(Show(whole_, context), context == 0 ? "/a.htm" : "/a1/b.htm");
         EXPECT_EQ(Show(whole_, 2), "/a1/b.htm");
         host_.Expect(platform::MessageButton::Ok);
-        box.findChild<TopicView*>()->setSource(QUrl("aide:/absente.htm"));
+        box.findChild<TopicView*>()->Follow("/absente.htm");
     }
     EXPECT_EQ(host_.boxes.size(), 2U);
+    EXPECT_EQ(Show(whole_, 0), "/a.htm");
+    viewer_.reset();
+    EXPECT_EQ(Topics(), "");
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ void WidenToText(const QMessageBox& box) {
     auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (!label) return;
     const int natural = label->fontMetrics().size(0, box.text()).width();
-    label->setMinimumWidth(std::min(natural, widestText) + 2 * label->margin() + 8);
+    label->setMinimumWidth(std::min(natural, widestText) + 8);
 }
 
 }  // namespace

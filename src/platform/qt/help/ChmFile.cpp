@@ -141,7 +141,7 @@ void ChmFile::ReadContexts() {
         const auto context = static_cast<int>(NumberAt(table, pair));
         const qsizetype offset = NumberAt(table, pair + 4);
         const qsizetype stop = strings.indexOf('\0', offset);
-        if (offset >= strings.size() || stop < 0) continue;
+        if (stop < 0) continue;
         const QString topic = ObjectAtEndOf(QString::fromUtf8(strings.sliced(offset, stop - offset)));
         if (!topic.isEmpty()) topics_.insert(context, topic);
     }

@@ -70,10 +70,9 @@ QWidget* HelpWindow::BuildNavigation() {
     nothingFound_->setWordWrap(true);
     nothingFound_->setMargin(8);
     lists_ = new QStackedWidget(side);
-    for (QWidget* list : {static_cast<QWidget*>(contents_), static_cast<QWidget*>(hits_),
-                          static_cast<QWidget*>(nothingFound_)}) {
-        lists_->addWidget(list);
-    }
+    lists_->addWidget(contents_);
+    lists_->addWidget(hits_);
+    lists_->addWidget(nothingFound_);
     auto* layout = new QVBoxLayout(side);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(words_);
@@ -81,10 +80,10 @@ QWidget* HelpWindow::BuildNavigation() {
     connect(words_, &QLineEdit::textChanged, this, &HelpWindow::Search);
     connect(contents_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         const QString path = item ? item->data(0, pathRole).toString() : QString();
-        if (!path.isEmpty() && path != topic_->Topic() && !topic_->Show(path)) emit TopicMissing();
+        if (!path.isEmpty() && path != topic_->Topic()) topic_->Follow(path);
     });
     connect(hits_, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* item) {
-        if (item && !topic_->Show(item->data(pathRole).toString())) emit TopicMissing();
+        if (item) topic_->Follow(item->data(pathRole).toString());
     });
     return side;
 }
@@ -111,8 +110,6 @@ QWidget* HelpWindow::BuildTopic() {
     QToolButton* forward = AddButton(bar, "forward", "Suivant", arrowRight);
     QToolButton* home = AddButton(bar, "home", "Sommaire", {});
     buttons->addStretch();
-    back->setEnabled(false);
-    forward->setEnabled(false);
     connect(back, &QToolButton::clicked, topic_, &QTextBrowser::backward);
     connect(forward, &QToolButton::clicked, topic_, &QTextBrowser::forward);
     connect(home, &QToolButton::clicked, this, &HelpWindow::ShowContents);
@@ -151,13 +148,13 @@ void HelpWindow::FillContents() {
 
 void HelpWindow::ShowContents() {
     words_->clear();
-    if (!topic_->Show(file_->Home())) emit TopicMissing();
+    topic_->Follow(file_->Home());
     contents_->setFocus();
 }
 
 bool HelpWindow::ShowTopic(const QString& object) {
-    if (!topic_->Show(object)) return false;
-    words_->clear();
+    if (!file_->Read(object)) return false;
+    topic_->Follow(object);
     topic_->setFocus();
     return true;
 }

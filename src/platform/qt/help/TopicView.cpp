@@ -35,13 +35,11 @@ void TopicView::File(const ChmFile* file) {
     clearHistory();
 }
 
-bool TopicView::Show(const QString& object) {
-    if (!file_ || !file_->Read(object)) return false;
+void TopicView::Follow(const QString& object) {
     QUrl url;
     url.setScheme(TopicScheme());
     url.setPath(object);
     setSource(url);
-    return true;
 }
 
 void TopicView::doSetSource(const QUrl& url, QTextDocument::ResourceType /*type*/) {

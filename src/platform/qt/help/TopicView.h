@@ -15,8 +15,8 @@ class TopicView : public QTextBrowser {
 
     // Forgets the topics seen before. The file must outlive the view, or be replaced.
     void File(const ChmFile* file);
-    // True if the topic can be shown; else the view keeps what it shows.
-    bool Show(const QString& object);
+    // Shows a topic as a link to it would.
+    void Follow(const QString& object);
     // The topic on view, "/niveau.htm".
     QString Topic() const { return source().path(); }
 
@@ -26,7 +26,7 @@ class TopicView : public QTextBrowser {
     QVariant loadResource(int type, const QUrl& name) override;
 
   signals:
-    // A link names a topic that the file does not have.
+    // The file does not have the topic, and the view keeps what it shows.
     void TopicMissing();
 
   protected:
