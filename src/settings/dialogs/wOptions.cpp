@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 #include <tuple>
 
@@ -247,8 +248,9 @@ void wOptions::cmdCommands_Click(int index) {
 void wOptions::Save() {
     Settings::ProfileChanges changes;
     if (chkColorChanged_->isChecked()) {
-        for (const Settings::Color& row : Settings::Colors)
-            Settings::Write(changes, row, colors_[row.Index()]);
+        auto rows = Settings::Colors;
+        std::ranges::sort(rows, {}, &Settings::Color::Index);
+        for (const Settings::Color& row : rows) Settings::Write(changes, row, colors_[row.Index()]);
     }
     for (const auto& [row, field] : Fields()) Settings::Write(changes, row, field->text().toStdString());
     Settings::Write(changes, Settings::LinesWidth, chkLinesWidth_->isChecked());
