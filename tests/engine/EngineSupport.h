@@ -15,9 +15,7 @@ struct GridShape {
     static bool Meet(int one, int other) {
         return Row(one) == Row(other) || Col(one) == Col(other) || Box(one) == Box(other);
     }
-    static int At(std::string_view text, int cell) {
-        return text.at(static_cast<std::size_t>(cell - 1)) - '0';
-    }
+    static int At(std::string_view text, int cell) { return text[std::size_t(cell) - 1] - '0'; }
     static std::string With(std::string_view text, std::size_t cell, int digit) {
         return std::string(text).replace(cell - 1, 1, std::to_string(digit));
     }
@@ -35,15 +33,13 @@ struct GridShape {
 
 // Is hidden once the bar has been set `visibleFor` times.
 struct FakeProgress : platform::ProgressWindow {
-    explicit FakeProgress(std::size_t visible = 1U << 30) : visibleFor(visible) {}
     void Progress(double percent) override { bar.push_back(percent); }
     bool IsVisible() const override { return bar.size() < visibleFor; }
-    std::size_t visibleFor;
+    std::size_t visibleFor = 1U << 30;
     std::vector<double> bar;
 };
 
-class EngineTest : public testing::Test, protected GridShape {
-  protected:
+struct EngineTest : testing::Test, GridShape {
     void Option(const std::string& line) {
         host.WriteFile(host.PathOf("Ninarix.ini"), "[Options]\r\n" + line);
     }

@@ -8,8 +8,7 @@ using platform::MessageButton;
 
 namespace {
 
-class GeneratorTest : public RunTest {
-  protected:
+struct GeneratorTest : RunTest {
     GeneratorTest() { host.AnswerAlways(MessageButton::Yes); }
     // How many givens the puzzle has; each must be the solution's digit, bold and locked, and at most level -
     // 1 of a digit or in a box.
@@ -34,9 +33,8 @@ class GeneratorTest : public RunTest {
 // Faults: a grid that is no Sudoku, a level counted wrongly at its ends, a choice that never ends, a setting
 // that writes beside a pool, a rejected choice that spoils the next ones (hardly any is accepted then).
 TEST_F(GeneratorTest, GridsAreSoundAndGivensFollowTheLevelAnUnknownOneBeingMedium) {
-    const std::pair<const char*, int> levels[] = {{"4", 4},  {"5", 5},      {"6", 6},    {"7", 7},
-                                                  {"2", 2},  {"3", 3},      {"9", 9},    {"1", 5},
-                                                  {"10", 5}, {"-32768", 5}, {"32767", 5}};
+    const std::pair<const char*, int> levels[] = {{"4", 4}, {"5", 5}, {"6", 6}, {"7", 7},  {"2", 2},
+                                                  {"3", 3}, {"9", 9}, {"1", 5}, {"10", 5}, {"32767", 5}};
     for (const auto& [text, level] : levels) {
         Option(std::string("LevelValue=") + text);
         window.bar.clear();
@@ -52,10 +50,6 @@ TEST_F(GeneratorTest, GridsAreSoundAndGivensFollowTheLevelAnUnknownOneBeingMediu
         // Nearly full boxes often need a new choice, and then seldom get the highest number.
         EXPECT_TRUE(*counts.rbegin() == most || (level == 9 && *counts.rbegin() < most)) << text;
         EXPECT_LT(std::count(window.bar.begin(), window.bar.end(), 0.0), 50 * 120) << text;
-    }
-    for (const auto& [text, error] : {std::pair{"abc", 13}, {"5x", 13}, {"99999", 6}}) {
-        Option(std::string("LevelValue=") + text);
-        EXPECT_EQ(ErrorOf([this] { run.ChooseGivens(); }), error) << text;
     }
 }
 
