@@ -108,7 +108,7 @@ void wMain::OpenCommandLine() {
 }
 
 void wMain::ShowSplash() {
-    if (splash_) return;
+    if (splash_ && splash_->isVisible()) return;
     splash_ = new wSplash(this);
     splash_->Present();
 }

@@ -59,14 +59,14 @@ class Program : public testing::Test {
         ::Set(Document(), index, record);
         Active().UpdateGrid();
     }
+    QMdiArea& Area() const { return *qobject_cast<QMdiArea*>(main->centralWidget()); }
     Texts Captions() const {
         Texts captions;
         for (const OpenGrid& grid : main->Grids()) captions.push_back(grid->Caption().toStdString());
         return captions;
     }
     void Activate(std::size_t number) const {
-        qobject_cast<QMdiArea*>(main->centralWidget())
-            ->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(main->Grids().at(number)->parentWidget()));
+        Area().setActiveSubWindow(qobject_cast<QMdiSubWindow*>(main->Grids().at(number)->parentWidget()));
         ServeEvents();
     }
 

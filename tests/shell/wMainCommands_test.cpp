@@ -1,6 +1,5 @@
 // The commands of the menus and of the toolbar.
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QTest>
@@ -21,25 +20,31 @@ class Commands : public RunningProgram {
     // Row 1 is empty, every other cell a given of a grid whose first row is 1 to 9.
     void NewPuzzle() const {
         Run("mnuFileNew");
-        for (int i = 10; i <= 81; ++i) {
-            const int row = (i - 1) / 9;
-            Set(i, std::to_string((row * 3 + row / 3 + (i - 1) % 9) % 9 + 1) + "|1|0");
-        }
+        SetPuzzle(Document(), 1, 9);
+        Active().UpdateGrid();
     }
-    void ExpectBox(const std::string& text, int style) const {
-        ASSERT_FALSE(host.boxes.empty());
-        EXPECT_EQ(host.boxes.back().text, text);
+    // The text and the style of the box that a command showed.
+    void ExpectBox(const char* command, MessageButton answer, const std::string& text, int style) {
+        host.Expect(answer);
+        Run(command);
+        EXPECT_EQ(LastBox(), text);
         EXPECT_EQ(host.boxes.back().style, style);
+    }
+    void ExpectDialog(const char* command, const char* name) const {
+        bool seen = false;
+        InNextDialog([&](QWidget& dialog) { seen = dialog.objectName() == name; });
+        Run(command);
+        EXPECT_TRUE(seen) << command;
     }
 };
 
-// ---- Availability.
+// ---- Menus, keys and buttons.
 
 TEST_F(Commands, WithoutAGridTheyBeepAndNothingElse) {
     for (const char* name : {"mnuFileSave", "mnuFileSaveAs", "mnuFilePrint", "mnuEditUndo", "mnuEditRedo",
                              "mnGridCopy", "mnuGridReinit", "mnuHelpAsk", "mnuHelpSolve"}) {
-        host.beeps = 0;
         EXPECT_TRUE(Item(name).isEnabled()) << name;
+        host.beeps = 0;
         Run(name);
         EXPECT_EQ(host.beeps, 1) << name;
     }
@@ -47,6 +52,161 @@ TEST_F(Commands, WithoutAGridTheyBeepAndNothingElse) {
     Run("mnuFileClose");
     EXPECT_EQ(host.beeps, 0);
     EXPECT_TRUE(host.boxes.empty() && host.questions.empty());
+}
+
+TEST_F(Commands, KeysAreTheDocumentedOnesAndNoTwoActionsShareOne) {
+    Run("mnuFileNew");
+    std::map<std::string, std::string> names;
+    for (const QAction* action : main->findChildren<QAction*>()) {
+        for (const QKeySequence& key : action->shortcuts()) {
+            EXPECT_TRUE(
+                names.try_emplace(key.toString().toStdString(), action->objectName().toStdString()).second)
+                << key.toString().toStdString();
+        }
+    }
+    names.erase("Ctrl+F4");  // of the window inside the window
+    const std::map<std::string, std::string> documented{{"Ctrl+N", "mnuFileNew"},
+                                                        {"Ctrl+G", "mnuFileCreate"},
+                                                        {"Ctrl+O", "mnuFileOpen"},
+                                                        {"Ctrl+S", "mnuFileSave"},
+                                                        {"Ctrl+Shift+S", "mnuFileSaveAs"},
+                                                        {"Ctrl+W", "mnuFileClose"},
+                                                        {"Ctrl+P", "mnuFilePrint"},
+                                                        {"Ctrl+Q", "mnuFileQuit"},
+                                                        {"Ctrl+Z", "mnuEditUndo"},
+                                                        {"Ctrl+Y", "mnuEditRedo"},
+                                                        {"Ctrl+Shift+Z", "mnuEditRedo"},
+                                                        {"Ctrl+I", "mnuGridConfig"},
+                                                        {"Ctrl+H", "mnuGridHelpNone"},
+                                                        {"Ctrl+M", "mnuGridNoAutoMasks"},
+                                                        {"Ctrl+D", "mnGridCopy"},
+                                                        {"Ctrl+R", "mnuGridReinit"},
+                                                        {"F4", "mnuHelpAsk"},
+                                                        {"F9", "mnuHelpSolve"},
+                                                        {"F1", "mnuHelpHelp"}};
+    EXPECT_EQ(names, documented);
+    QTest::keyClick(main.get(), Qt::Key_F1);
+    EXPECT_EQ(host.helpCalls, Texts{"contents " + host.PathOf("Ninarix.chm")});
+    ExpectDialog("mnuFilePrint", "wPrinter");
+    ExpectDialog("mnuEditOptions", "wOptions");
+}
+
+TEST_F(Commands, AToolButtonRunsTheCommandOfItsKey) {
+    const auto& toolbar = Child<QToolBar>(*main, "tbrTools");
+    std::string keys;
+    for (const QAction* button : toolbar.actions()) {
+        EXPECT_FALSE(button->icon().pixmap(32, 32).isNull()) << button->toolTip().toStdString();
+        keys += button->objectName().mid(9).chopped(1).toStdString() + " ";
+    }
+    EXPECT_EQ(
+        keys,
+        "mnuFileQuit mnuFileNew mnuFileCreate mnuFileOpen mnuFileClose mnuFileSave mnuFilePrint mnuEditUndo "
+        "mnuEditRedo mnuGridConfig mnuGridHelpNone mnuGridNoAutoMasks mnuHelpSolve mnuHelpAsk ");
+    EXPECT_EQ(Tool("mnuFileClose").toolTip(), "Fermer la grille courante");
+    QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileNew")), Qt::LeftButton);
+    EXPECT_EQ(Captions(), Texts{"Grille1"});
+    Tool("mnuFileQuit").trigger();
+    EXPECT_FALSE(main->isVisible());
+}
+
+TEST_F(Commands, MenuButtonAndProgramAgreeOnTheModes) {
+    struct Mode {
+        const char* name;
+        const char* pictureOn;
+        void (wMain::*click)();
+        bool (wMain::*isOn)() const;
+        const char* setting;
+    };
+    const Mode modes[] = {
+        {"mnuGridConfig", "mnuGridConfig", &wMain::mnuGridConfig_Click, &wMain::InitialisationMode, nullptr},
+        {"mnuGridHelpNone", "mnuGridHelpDisplay", &wMain::mnuGridHelpNone_Click, &wMain::MasksHidden,
+         "GridHelpNone"},
+        {"mnuGridNoAutoMasks", "mnuGridNoAutoMasksOn", &wMain::mnuGridNoAutoMasks_Click, &wMain::ManualMasks,
+         "NoAutoMasks"}};
+    const auto picture = [](const QIcon& icon) { return icon.pixmap(32, 32).toImage(); };
+    ASSERT_NE(picture(ToolPicture("mnuGridHelpDisplay")), picture(ToolPicture("mnuGridHelpNone")));
+    ASSERT_NE(picture(ToolPicture("mnuGridNoAutoMasksOn")), picture(ToolPicture("mnuGridNoAutoMasks")));
+    for (const Mode& mode : modes) {
+        bool on = false;
+        const std::function<void()> ways[] = {[&] { Item(mode.name).trigger(); },
+                                              [&] { Tool(mode.name).trigger(); },
+                                              [&] { ((*main).*mode.click)(); }};
+        for (int n = 0; n < 6; ++n) {
+            ways[n % 3]();
+            on = !on;
+            EXPECT_EQ(((*main).*mode.isOn)(), on) << mode.name;
+            EXPECT_EQ(Item(mode.name).isChecked(), on) << mode.name;
+            EXPECT_EQ(Tool(mode.name).isChecked(), on) << mode.name;
+            EXPECT_EQ(picture(Tool(mode.name).icon()), picture(ToolPicture(on ? mode.pictureOn : mode.name)));
+            if (mode.setting) {
+                EXPECT_EQ(Setting("Options", mode.setting), on ? "1" : "0");
+            }
+        }
+    }
+}
+
+TEST_F(Commands, EveryOpenAndEveryNewGridObeysTheModes) {
+    for (int n = 0; n < 2; ++n) {
+        Run("mnuFileNew");
+        Set(1, "5|0|0");
+    }
+    Run("mnuGridNoAutoMasks");
+    for (const OpenGrid& grid : main->Grids()) EXPECT_TRUE(grid->ctrlCells(2).Mask(5));
+    Run("mnuGridHelpNone");
+    Run("mnuFileNew");
+    for (const OpenGrid& grid : main->Grids()) {
+        EXPECT_FALSE(grid->ctrlCells(2).Mask(6));
+        EXPECT_TRUE(grid->NoAutoMask());
+    }
+}
+
+// ---- New and generated grids.
+
+TEST_F(Commands, NewGridsNeverReuseANumberAndBeginInInitialisationMode) {
+    for (int n = 0; n < 2; ++n) {
+        Run("mnuFileNew");
+        EXPECT_TRUE(main->InitialisationMode());
+    }
+    Run("mnuFileClose");
+    Run("mnuFileClose");
+    Run("mnuFileNew");
+    EXPECT_EQ(Captions(), Texts{"Grille3"});
+    EXPECT_FALSE(Document().Modified());
+    EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
+}
+
+TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
+    ExpectDialog("mnuFileCreate", "wLevel");
+    EXPECT_TRUE(Captions().empty());
+    InNextDialog([](QWidget& dialog) {
+        Child<QCheckBox>(dialog, "chkLevelAsk").click();
+        Child<QPushButton>(dialog, "cmdCommands(1)").click();
+    });
+    Run("mnuFileCreate");
+    // "Ne plus demander": the next one comes without the dialog, which would wait for ever.
+    Run("mnuGridConfig");
+    Run("mnuFileCreate");
+    EXPECT_EQ(Captions(), (Texts{"Grille1", "Grille2"}));
+    EXPECT_EQ(Title(), "Ninarix - Grille2");
+    EXPECT_TRUE(Document().SolutionKnown());
+    EXPECT_FALSE(main->InitialisationMode());
+    EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
+}
+
+TEST_F(Commands, ACancelledGenerationDisturbsNoWindow) {
+    Setting("Options", "LevelAsk", "1");
+    Run("mnuFileNew");
+    Active().ctrlCells(5).DoSelect();
+    int activations = 0;
+    QObject::connect(&Area(), &QMdiArea::subWindowActivated, [&] { ++activations; });
+    host.onYield = [this] { Child<wCancel>(*main, "wCancel").cmdCancel_Click(); };
+    ExpectBox("mnuFileCreate", MessageButton::Ok,
+              "Le temps de création est dépassé.\rTentez une nouvelle génération.", 16);
+    EXPECT_EQ(Captions(), Texts{"Grille1"});
+    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
+    EXPECT_EQ(activations, 0);
+    EXPECT_FALSE(main->InitialisationMode());
+    EXPECT_EQ(main->findChild<wCancel*>(), nullptr);
 }
 
 TEST_F(Commands, ARunRefusesWhateverWouldDisturbIt) {
@@ -68,352 +228,78 @@ TEST_F(Commands, ARunRefusesWhateverWouldDisturbIt) {
     Run("mnuHelpSolve");
     EXPECT_TRUE(tried);
     EXPECT_EQ(host.boxes.size(), 1U) << "the question before the run";
-    EXPECT_EQ(Captions(), Texts{"Grille1"});
     EXPECT_TRUE(Document().IsComplete());
-}
-
-TEST_F(Commands, EveryShortcutReachesItsCommand) {
-    Setting("Options", "LevelAsk", "1");
-    NewPuzzle();
-    int opened = 0;
-    const auto boxIs = [this](const char* start, MessageButton answer) {
-        return [this, start, answer](const std::function<void()>& press) {
-            host.Expect(answer);
-            press();
-            EXPECT_TRUE(LastBox().starts_with(start)) << LastBox();
-        };
-    };
-    const auto asksForFile = [this](bool save) {
-        return [this, save](const std::function<void()>& press) {
-            host.ExpectFile("");
-            press();
-            EXPECT_EQ(host.questions.back().save, save);
-        };
-    };
-    const auto opensDialog = [&opened](const char* name) {
-        return [name, &opened](const std::function<void()>& press) {
-            InNextDialog([name, &opened](QWidget& dialog) {
-                EXPECT_EQ(dialog.objectName(), name);
-                ++opened;
-            });
-            press();
-        };
-    };
-    const auto grids = [this](std::size_t count) {
-        return [this, count](const std::function<void()>& press) {
-            press();
-            EXPECT_EQ(main->Grids().size(), count);
-        };
-    };
-    const auto cellIs = [this](const char* state) {
-        return [this, state](const std::function<void()>& press) {
-            press();
-            EXPECT_EQ(State(1), state);
-        };
-    };
-    const auto toggles = [this](const char* mode) {
-        return [this, mode](const std::function<void()>& press) {
-            const bool before = Item(mode).isChecked();
-            press();
-            EXPECT_NE(Item(mode).isChecked(), before);
-        };
-    };
-    struct Key {
-        QKeyCombination key;
-        std::function<void(const std::function<void()>&)> expect;
-    };
-    Active().ctrlCells(1).DoSelect();
-    main->cmdMask_Click(1);
-    const Key keys[] = {
-        {Qt::CTRL | Qt::Key_Z, cellIs("0|0|0")},
-        {Qt::CTRL | Qt::Key_Y, cellIs("0|0|2")},
-        {Qt::CTRL | Qt::Key_Z, cellIs("0|0|0")},
-        {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, cellIs("0|0|2")},
-        {Qt::CTRL | Qt::Key_I, toggles("mnuGridConfig")},
-        {Qt::CTRL | Qt::Key_H, toggles("mnuGridHelpNone")},
-        {Qt::CTRL | Qt::Key_M, toggles("mnuGridNoAutoMasks")},
-        {Qt::CTRL | Qt::Key_O, asksForFile(false)},
-        {Qt::CTRL | Qt::Key_S, asksForFile(true)},
-        {Qt::CTRL | Qt::SHIFT | Qt::Key_S, asksForFile(true)},
-        {Qt::CTRL | Qt::Key_P, opensDialog("wPrinter")},
-        {Qt::CTRL | Qt::Key_R, boxIs("Attention, vous allez rétablir", MessageButton::Cancel)},
-        {Qt::Key_F9, boxIs("Attention, vous allez résoudre", MessageButton::Cancel)},
-        {Qt::Key_F4, boxIs("Il n'y a aucune erreur.", MessageButton::Ok)},
-        {Qt::CTRL | Qt::Key_D, grids(2)},
-        {Qt::CTRL | Qt::Key_G, grids(3)},
-        {Qt::CTRL | Qt::Key_N, grids(4)},
-        {Qt::CTRL | Qt::Key_W, grids(3)},
-    };
-    for (const Key& key : keys) {
-        SCOPED_TRACE(QKeySequence(key.key).toString().toStdString());
-        key.expect([&] {
-            QApplication::setActiveWindow(main.get());
-            QTest::keyClick(main.get(), key.key.key(), key.key.keyboardModifiers());
-            ServeEvents();
-        });
-    }
-    opensDialog("wOptions")([this] { Run("mnuEditOptions"); });
-    EXPECT_EQ(opened, 2);
-    QApplication::setActiveWindow(main.get());
-    QTest::keyClick(main.get(), Qt::Key_F1);
-    EXPECT_EQ(host.helpCalls, Texts{"contents " + host.PathOf("Ninarix.chm")});
-    EXPECT_EQ(host.beeps, 0);
-    host.AnswerAlways(MessageButton::No);
-    QTest::keyClick(main.get(), Qt::Key_Q, Qt::ControlModifier);
-    EXPECT_FALSE(main->isVisible());
-}
-
-TEST_F(Commands, NoTwoActionsAnswerToTheSameKey) {
-    Run("mnuFileNew");
-    std::map<QString, QString> owners;
-    for (const QAction* action : main->findChildren<QAction*>()) {
-        for (const QKeySequence& key : action->shortcuts()) {
-            const auto [owner, isNew] = owners.try_emplace(key.toString(), action->text());
-            EXPECT_TRUE(isNew) << key.toString().toStdString() << ": " << owner->second.toStdString() << ", "
-                               << action->text().toStdString();
-        }
-    }
-    EXPECT_GE(owners.size(), 20U);
-}
-
-// ---- New and generated grids.
-
-TEST_F(Commands, NewGridsNeverReuseANumber) {
-    Run("mnuFileNew");
-    Run("mnuFileNew");
-    Run("mnuFileClose");
-    Run("mnuFileClose");
-    Run("mnuFileNew");
-    EXPECT_EQ(Captions(), Texts{"Grille3"});
-    EXPECT_FALSE(Document().Modified());
-}
-
-TEST_F(Commands, AGeneratedGridIsShownAndLeavesInitialisationMode) {
-    Setting("Options", "LevelAsk", "1");
-    Run("mnuFileNew");
-    Run("mnuFileCreate");
-    EXPECT_EQ(Captions(), (Texts{"Grille1", "Grille2"}));
-    EXPECT_EQ(Active().Caption(), "Grille2");
-    EXPECT_FALSE(main->InitialisationMode());
-    EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
-    Run("mnuFileNew");
-    EXPECT_EQ(Captions().back(), "Grille3");
-}
-
-TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
-    InNextDialog([](QWidget& dialog) { dialog.close(); });
-    Run("mnuFileCreate");
-    EXPECT_TRUE(Captions().empty());
-    InNextDialog([](QWidget& dialog) {
-        Child<QCheckBox>(dialog, "chkLevelAsk").click();
-        Child<QPushButton>(dialog, "cmdCommands(1)").click();
-    });
-    Run("mnuFileCreate");
-    EXPECT_EQ(Captions().size(), 1U);
-    // "Ne plus demander": the next one comes without the dialog, which would wait for ever.
-    Run("mnuFileCreate");
-    EXPECT_EQ(Captions().size(), 2U);
-}
-
-TEST_F(Commands, ACancelledGenerationDisturbsNoWindow) {
-    Setting("Options", "LevelAsk", "1");
-    Run("mnuFileNew");
-    Active().ctrlCells(5).DoSelect();
-    int activations = 0;
-    QObject::connect(qobject_cast<QMdiArea*>(main->centralWidget()), &QMdiArea::subWindowActivated,
-                     [&] { ++activations; });
-    host.onYield = [this] { Child<wCancel>(*main, "wCancel").cmdCancel_Click(); };
-    host.Expect(MessageButton::Ok);
-    Run("mnuFileCreate");
-    ExpectBox("Le temps de création est dépassé.\rTentez une nouvelle génération.", 16);
-    EXPECT_EQ(Captions(), Texts{"Grille1"});
-    EXPECT_EQ(Title(), "Ninarix - Grille1");
-    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
-    EXPECT_EQ(activations, 0);
-    EXPECT_FALSE(main->InitialisationMode());
-    EXPECT_EQ(main->findChild<wCancel*>(), nullptr);
-}
-
-// ---- Modes.
-
-TEST_F(Commands, MenuButtonAndProgramAgreeOnTheModes) {
-    struct Mode {
-        const char* name;
-        const char* pictureOn;
-        const char* pictureOff;
-        void (wMain::*click)();
-        bool (wMain::*isOn)() const;
-        const char* setting;
-    };
-    const Mode modes[] = {
-        {"mnuGridConfig", "mnuGridConfig", "mnuGridConfig", &wMain::mnuGridConfig_Click,
-         &wMain::InitialisationMode, nullptr},
-        {"mnuGridHelpNone", "mnuGridHelpDisplay", "mnuGridHelpNone", &wMain::mnuGridHelpNone_Click,
-         &wMain::MasksHidden, "GridHelpNone"},
-        {"mnuGridNoAutoMasks", "mnuGridNoAutoMasksOn", "mnuGridNoAutoMasks", &wMain::mnuGridNoAutoMasks_Click,
-         &wMain::ManualMasks, "NoAutoMasks"},
-    };
-    const auto picture = [](const QIcon& icon) { return icon.pixmap(32, 32).toImage(); };
-    ASSERT_NE(picture(ToolPicture("mnuGridHelpDisplay")), picture(ToolPicture("mnuGridHelpNone")));
-    ASSERT_NE(picture(ToolPicture("mnuGridNoAutoMasksOn")), picture(ToolPicture("mnuGridNoAutoMasks")));
-    for (const Mode& mode : modes) {
-        bool on = false;
-        const std::function<void()> ways[] = {
-            [&] { Item(mode.name).trigger(); }, [&] { Tool(mode.name).trigger(); },
-            [&] { ((*main).*mode.click)(); },   [&] { Tool(mode.name).trigger(); },
-            [&] { Item(mode.name).trigger(); },
-        };
-        for (const auto& toggle : ways) {
-            toggle();
-            on = !on;
-            EXPECT_EQ(((*main).*mode.isOn)(), on) << mode.name;
-            EXPECT_EQ(Item(mode.name).isChecked(), on) << mode.name;
-            EXPECT_EQ(Tool(mode.name).isChecked(), on) << mode.name;
-            EXPECT_EQ(picture(Tool(mode.name).icon()),
-                      picture(ToolPicture(on ? mode.pictureOn : mode.pictureOff)))
-                << mode.name;
-            if (mode.setting) {
-                EXPECT_EQ(Setting("Options", mode.setting), on ? "1" : "0");
-            }
-        }
-    }
-}
-
-TEST_F(Commands, EveryOpenAndEveryNewGridObeysTheModes) {
-    Run("mnuFileNew");
-    Set(1, "5|0|0");
-    Run("mnuFileNew");
-    Set(1, "5|0|0");
-    Run("mnuGridNoAutoMasks");
-    for (const OpenGrid& grid : main->Grids()) EXPECT_TRUE(grid->ctrlCells(2).Mask(5));
-    Run("mnuGridHelpNone");
-    Run("mnuFileNew");
-    for (const OpenGrid& grid : main->Grids()) {
-        EXPECT_FALSE(grid->ctrlCells(2).Mask(6));
-        EXPECT_TRUE(grid->NoAutoMask());
-    }
-}
-
-TEST_F(Commands, AToolButtonRunsTheCommandOfItsKey) {
-    const auto& toolbar = Child<QToolBar>(*main, "tbrTools");
-    std::string keys;
-    for (const QAction* button : toolbar.actions()) {
-        EXPECT_FALSE(button->icon().pixmap(32, 32).isNull()) << button->objectName().toStdString();
-        EXPECT_FALSE(button->toolTip().isEmpty());
-        keys += button->objectName().mid(9).chopped(1).toStdString() + " ";
-    }
-    EXPECT_EQ(
-        keys,
-        "mnuFileQuit mnuFileNew mnuFileCreate mnuFileOpen mnuFileClose mnuFileSave mnuFilePrint mnuEditUndo "
-        "mnuEditRedo mnuGridConfig mnuGridHelpNone mnuGridNoAutoMasks mnuHelpSolve mnuHelpAsk ");
-    QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileNew")), Qt::LeftButton);
-    EXPECT_EQ(Captions(), Texts{"Grille1"});
-    QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileClose")), Qt::LeftButton);
-    ServeEvents();
-    EXPECT_TRUE(Captions().empty());
-    // What needs a grid says so; the others are told apart by what they ask for.
-    for (const char* key :
-         {"mnuFileSave", "mnuFilePrint", "mnuEditUndo", "mnuEditRedo", "mnuHelpSolve", "mnuHelpAsk"}) {
-        host.beeps = 0;
-        Tool(key).trigger();
-        EXPECT_EQ(host.beeps, 1) << key;
-    }
-    host.ExpectFile("");
-    Tool("mnuFileOpen").trigger();
-    Tool("mnuFileQuit").trigger();
-    EXPECT_FALSE(main->isVisible());
 }
 
 // ---- Copies.
 
 TEST_F(Commands, CopiesAreCountedByTheirBaseName) {
-    Run("mnuFileNew");
-    Set(1, "5|1|36");
+    Open(GridFile("a[1]*?#.nx3", "5|1|36"));  // no character of a name is a pattern
+    Open(GridFile("a1xyz (z).nx3"));
+    Activate(0);
     for (int i = 0; i < 3; ++i) Run("mnGridCopy");
-    EXPECT_EQ(Captions(), (Texts{"Grille1", "Grille1 (1)", "Grille1 (2)", "Grille1 (3)"}));
+    EXPECT_EQ(Captions(), (Texts{"a[1]*?#", "a1xyz (z)", "a[1]*?# (1)", "a[1]*?# (2)", "a[1]*?# (3)"}));
     EXPECT_EQ(State(1), "5|1|36");
     EXPECT_EQ(Active().Path(), "");
     // A closed copy's number comes again.
-    main->Grids()[1]->Discard();
-    main->Grids()[1]->parentWidget()->close();
+    main->Grids()[2]->Discard();
+    main->Grids()[2]->parentWidget()->close();
     Run("mnGridCopy");
-    EXPECT_EQ(Captions().back(), "Grille1 (3)");
-}
-
-TEST_F(Commands, NoCharacterOfANameIsAPattern) {
-    Open(GridFile("a[1]*?#.nx3"));
-    Open(GridFile("a1xyz.nx3"));
-    Run("mnGridCopy");
-    Activate(0);
-    Run("mnGridCopy");
-    EXPECT_EQ(Captions().back(), "a[1]*?# (1)");
-    Run("mnGridCopy");
-    EXPECT_EQ(Captions().back(), "a[1]*?# (2)");
-    // The longer name is another base.
+    EXPECT_EQ(Captions().back(), "a[1]*?# (3)");
     Open(GridFile("a1.nx3"));
     Run("mnGridCopy");
-    EXPECT_EQ(Captions().back(), "a1 (1)");
-}
-
-// ---- A grid that was closed.
-
-TEST_F(Commands, AClosedGridIsNoActiveGridFromThatMomentOn) {
-    for (void (wMain::*command)() : {&wMain::mnuHelpSolve_Click, &wMain::mnuHelpAsk_Click}) {
-        host.beeps = 0;
-        main->mnuFileNew_Click();
-        main->mnuFileClose_Click();  // its memory waits for the event loop
-        EXPECT_FALSE(main->ActiveGrid());
-        EXPECT_EQ(main->Cell(), nullptr);
-        EXPECT_EQ(Title(), "Ninarix");
-        ((*main).*command)();
-        EXPECT_GE(host.beeps, 1);
-        ServeEvents();
-    }
-    EXPECT_TRUE(host.boxes.empty());
-}
-
-TEST_F(Commands, AGridThatIsClosedDuringAQuestionIsLeftAlone) {
-    struct Case {
-        const char* command;
-        MessageButton answer;
-    };
-    for (const Case& c : {Case{"mnuHelpSolve", MessageButton::Ok}, {"mnuGridReinit", MessageButton::Ok}}) {
-        NewPuzzle();
-        host.onShow = [this] {
-            Active().Discard();
-            Run("mnuFileClose");
-        };
-        host.Expect(c.answer);
-        Run(c.command);
-        EXPECT_TRUE(Captions().empty()) << c.command;
-    }
-    host.onShow = {};
+    EXPECT_EQ(Captions().back(), "a1 (1)") << "the longer name is another base";
 }
 
 // ---- Checking and solving.
 
 TEST_F(Commands, ErrorsAreCountedInWords) {
     NewPuzzle();
-    host.AnswerAlways(MessageButton::Ok);
-    Run("mnuHelpAsk");
-    ExpectBox("Il n'y a aucune erreur.", 64);
+    ExpectBox("mnuHelpAsk", MessageButton::Ok, "Il n'y a aucune erreur.", 64);
     Set(1, "2|0|0");
-    Run("mnuHelpAsk");
-    ExpectBox("Il y a 1 erreur.", 48);
+    ExpectBox("mnuHelpAsk", MessageButton::Ok, "Il y a 1 erreur.", 48);
     Set(2, "1|0|0");
-    Run("mnuHelpAsk");
-    ExpectBox("Il y a 2 erreurs.", 48);
+    ExpectBox("mnuHelpAsk", MessageButton::Ok, "Il y a 2 erreurs.", 48);
 }
 
 TEST_F(Commands, SolvingWaitsForAnOk) {
     NewPuzzle();
-    host.Expect(MessageButton::Cancel);
-    Run("mnuHelpSolve");
-    ExpectBox("Attention, vous allez résoudre la grille.\r\nContinuer ?", 305);
-    EXPECT_EQ(State(1), "0|0|0");
-    host.Expect(MessageButton::Ok);
-    Run("mnuHelpSolve");
-    EXPECT_EQ(State(1) + " " + State(9), "1|0|0 9|0|0");
+    for (const auto& [answer, state] :
+         {std::pair{MessageButton::Cancel, "0|0|0"}, {MessageButton::Ok, "9|0|0"}}) {
+        ExpectBox("mnuHelpSolve", answer, "Attention, vous allez résoudre la grille.\r\nContinuer ?", 305);
+        EXPECT_EQ(State(9), state);
+    }
+}
+
+// ---- A grid that was closed.
+
+TEST_F(Commands, AClosedGridIsNoActiveGridFromThatMomentOn) {
+    for (void (wMain::*command)() : {&wMain::mnuHelpSolve_Click, &wMain::mnuHelpAsk_Click}) {
+        main->mnuFileNew_Click();
+        Active().ctrlCells(5).DoSelect();
+        main->mnuFileClose_Click();  // its memory waits for the event loop
+        EXPECT_FALSE(main->ActiveGrid());
+        EXPECT_EQ(main->Cell(), nullptr);
+        EXPECT_EQ(Title() + PathPanel(), "Ninarix");
+        host.beeps = 0;
+        ((*main).*command)();
+        EXPECT_EQ(host.beeps, 1);
+        ServeEvents();
+    }
+    EXPECT_TRUE(host.boxes.empty());
+}
+
+TEST_F(Commands, AGridThatIsClosedDuringAQuestionIsLeftAlone) {
+    host.onShow = [this] {
+        Active().Discard();
+        Run("mnuFileClose");
+    };
+    for (const char* command : {"mnuHelpSolve", "mnuGridReinit"}) {
+        NewPuzzle();
+        host.Expect(MessageButton::Ok);
+        Run(command);
+        EXPECT_TRUE(Captions().empty()) << command;
+    }
 }
 
 }  // namespace
