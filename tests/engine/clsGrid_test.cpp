@@ -31,6 +31,7 @@ TEST_F(GridTest, CellsRaiseEveryAssignmentAndMarkOnlyADifference) {
     clsCell cell;
     std::vector<int> raised;
     cell.OnChange([&raised](std::uint8_t value) { raised.push_back(value); });
+    for (int k = 1; k <= 9; ++k) EXPECT_TRUE(cell.Avail(k) && !cell.Inhib(k));
     for (const int k : {0, 10, -1, 200, 4}) {
         cell.Avail(k, k != 4);
         cell.Inhib(k, k != 4);
