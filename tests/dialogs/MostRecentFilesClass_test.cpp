@@ -2,162 +2,138 @@
 
 #include <QMainWindow>
 #include <QMenu>
-#include <QMenuBar>
-#include <string>
-#include <vector>
 
-#include "settings/IniParamProcs.h"
-#include "support/QtSupport.h"
-#include "support/ScriptedHost.h"
+#include "DialogSupport.h"
 
 namespace {
 
 using Texts = std::vector<std::string>;
 
+// The list's menu, with a slot that the list calls by its name.
+class Window : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    Window() {
+        for (const char* name : {"mnuFilePrint", "mnuFileSepMRU", "mnuFileMRU", "mnuFileQuit"}) {
+            QAction* action = menu.addAction(name);
+            action->setObjectName(name);
+            action->setParent(this);
+            action->setVisible(name[7] != 'S' && name[7] != 'M');
+        }
+    }
+    Q_INVOKABLE void mnuFileMRU_Click(int index) { clicked.push_back(index); }
+
+    QMenu menu;
+    std::vector<int> clicked;
+};
+
 class RecentFiles : public testing::Test {
   protected:
-    RecentFiles() {
-        menu = window.menuBar()->addMenu("Fichier");
-        for (const char* name : {"mnuFilePrint", "mnuFileSepMRU", "mnuFileMRU", "mnuFileQuit"}) {
-            QAction* action = menu->addAction(name);
-            action->setObjectName(name);
-            action->setParent(&window);
-        }
-        Child<QAction>(window, "mnuFileSepMRU").setVisible(false);
-        Child<QAction>(window, "mnuFileMRU").setVisible(false);
-    }
-
     void Add(const Texts& paths) {
         for (const std::string& path : paths) list.Add(window, path);
     }
-    // What the menu shows between its print and its quit command.
-    Texts Captions() const {
-        Texts captions;
-        for (const QAction* action : menu->actions().mid(3)) {
-            if (action->isVisible()) captions.push_back(action->text().toStdString());
+    // What the menu shows between its print and its quit command, without the separator.
+    std::string Captions() const {
+        QStringList captions;
+        for (const QAction* action : window.menu.actions()) {
+            if (action->isVisible()) captions.append(action->text());
+            EXPECT_TRUE(action->objectName() != "mnuFileSepMRU" || action->isVisible() == (Count() > 0));
         }
-        EXPECT_EQ(captions.back(), "mnuFileQuit");
-        captions.pop_back();
-        return captions;
+        EXPECT_EQ(captions.takeFirst() + captions.takeLast(), "mnuFilePrintmnuFileQuit");
+        if (Count() > 0) captions.removeFirst();
+        return captions.join('|').toStdString();
     }
-    Texts Paths() const {
-        Texts paths;
-        for (int i = 1; !MostRecentFilesClass::PathOf(window, i).empty(); ++i) {
-            paths.push_back(MostRecentFilesClass::PathOf(window, i));
-        }
+    int Count() const { return static_cast<int>(window.menu.actions().size()) - 4; }
+    std::string Paths() const {
+        std::string paths;
+        for (int i = 1; i <= Count(); ++i)
+            paths += (i > 1 ? "|" : "") + MostRecentFilesClass::PathOf(window, i);
         return paths;
-    }
-    bool SeparatorVisible() const { return Child<QAction>(window, "mnuFileSepMRU").isVisible(); }
-    std::string Caption(const std::string& path) const {
-        return MostRecentFilesClass::ShortCaption(path, list.ParamSep());
     }
 
     ScriptedHost host;
-    QMainWindow window;
-    QMenu* menu = nullptr;
+    Window window;
     MostRecentFilesClass list;
 };
 
-TEST_F(RecentFiles, TheLatestStandsOnTopAndTheSeparatorAppears) {
-    EXPECT_FALSE(SeparatorVisible());
-    Add({"/a", "/b", "/c"});
-    EXPECT_EQ(Paths(), (Texts{"/c", "/b", "/a"}));
-    EXPECT_EQ(Captions(), (Texts{"/c", "/b", "/a"}));
-    EXPECT_TRUE(SeparatorVisible());
+TEST_F(RecentFiles, TheLatestStandsOnTopOnceAndAFullListDropsTheOldest) {
+    const struct {
+        Texts added;
+        std::string paths, captions;
+    } steps[] = {
+        {{}, "", ""},
+        {{"/a", "/é&.nx3"}, "/é&.nx3|/a", "/é&&.nx3|/a"},
+        {{"/c", "/É&.NX3"}, "/É&.NX3|/c|/a", "/é&&.nx3|/c|/a"},  // the same file with its old caption
+        {{"/un,deux,trois", "/e"}, "/e|/un,deux,trois|/É&.NX3|/c|/a", "/e|deux|/é&&.nx3|/c|/a"},
+        {{"/c"}, "/c|/e|/un,deux,trois|/É&.NX3|/a", "/c|/e|deux|/é&&.nx3|/a"},
+        {{"/f"}, "/f|/c|/e|/un,deux,trois|/É&.NX3", "/f|/c|/e|deux|/é&&.nx3"},
+    };
+    for (const auto& [added, paths, captions] : steps) {
+        Add(added);
+        EXPECT_EQ(Paths(), paths);
+        EXPECT_EQ(Captions(), captions);
+    }
+    const QAction& third = Child<QAction>(window, "mnuFileMRU(3)");
+    EXPECT_EQ(third.toolTip() + third.statusTip(), "/e/e");
+    for (const int i : {5, 1}) Child<QAction>(window, QStringLiteral("mnuFileMRU(%1)").arg(i)).trigger();
+    EXPECT_EQ(window.clicked, (std::vector<int>{5, 1}));
 }
 
-TEST_F(RecentFiles, AddingAKnownFileMovesItAndKeepsTheOthersInOrder) {
-    Add({"/a", "/b", "/c", "/d", "/b"});
-    EXPECT_EQ(Paths(), (Texts{"/b", "/d", "/c", "/a"}));
-}
-
-TEST_F(RecentFiles, OtherLetterCaseIsTheSameFileWithItsOldCaption) {
-    Add({"/été.nx3", "/z", "/ÉTÉ.NX3"});
-    EXPECT_EQ(Captions(), (Texts{"/été.nx3", "/z"}));
-    EXPECT_EQ(Paths(), (Texts{"/ÉTÉ.NX3", "/z"}));
-}
-
-TEST_F(RecentFiles, AFullListDropsTheOldest) {
-    Add({"/1", "/2", "/3", "/4", "/5", "/6"});
-    EXPECT_EQ(Paths(), (Texts{"/6", "/5", "/4", "/3", "/2"}));
-    // Moving an entry of a full list drops nothing.
-    Add({"/2"});
-    EXPECT_EQ(Paths(), (Texts{"/2", "/6", "/5", "/4", "/3"}));
-}
-
-// ---- Captions.
-
+// Kept is what is up to the first separator from the fourth character on, and the shortest end that is longer
+// than 20 characters.
 TEST_F(RecentFiles, LongPathsLoseTheirMiddle) {
-    EXPECT_EQ(Caption("C:\\Jeux\\Sudoku\\Grilles\\Difficiles\\grille12.nx3"),
-              "C:\\Jeux\\...\\Difficiles\\grille12.nx3");
-    EXPECT_EQ(Caption("/home/jo/Jeux/Sudoku/Grilles/facile/grille12.nx3"),
-              "/home/.../Grilles/facile/grille12.nx3");
-    EXPECT_EQ(Caption("C:\\Jeux/Sudoku\\Grilles/Difficiles\\grille12.nx3"),
-              "C:\\Jeux/.../Difficiles\\grille12.nx3");
+    const char* cases[][2] = {
+        {"C:\\Jeux/Sudoku\\Grilles/Difficiles\\grille12.nx3", "C:\\Jeux/.../Difficiles\\grille12.nx3"},
+        {"/abcd/ef/12345678901234567890", "/abcd/ef/12345678901234567890"},
+        {"/abcd/ef/123456789012345678901", "/abcd/.../123456789012345678901"},
+        {"/abcd/123456789012345678901", "/abcd/123456789012345678901"},
+        {"/été/é/éééééééééé.nx3", "/été/é/éééééééééé.nx3"},
+        {"/é/jeux/ete/123456789012345678901", "/é/jeux/.../123456789012345678901"},
+        {"/éé/ete/123456789012345678901", "/éé/.../123456789012345678901"},
+        {"123456789012345678901234567890", "123456789012345678901234567890"},
+    };
+    for (const auto& [path, caption] : cases)
+        EXPECT_EQ(MostRecentFilesClass::ShortCaption(path, ""), caption);
 }
 
-TEST_F(RecentFiles, TwentyOneCharactersBehindTheSeparatorAreTheLimit) {
-    EXPECT_EQ(Caption("/abcd/ef/12345678901234567890"), "/abcd/ef/12345678901234567890");
-    EXPECT_EQ(Caption("/abcd/ef/123456789012345678901"), "/abcd/.../123456789012345678901");
-}
-
-TEST_F(RecentFiles, AccentsCountAsOneCharacter) {
-    // 21 characters, shown whole although they are more bytes.
-    EXPECT_EQ(Caption("/été/é/éééééééééé.nx3"), "/été/é/éééééééééé.nx3");
-    // The second separator is the third character, so the fourth and following ones count.
-    EXPECT_EQ(Caption("/é/jeux/ete/123456789012345678901"), "/é/jeux/.../123456789012345678901");
-}
-
-TEST_F(RecentFiles, AnAmpersandIsShownNotTakenForAShortcut) {
-    Add({"/a&b.nx3"});
-    EXPECT_EQ(Captions(), Texts{"/a&&b.nx3"});
-    EXPECT_EQ(Paths(), Texts{"/a&b.nx3"});
-}
-
-TEST_F(RecentFiles, ACommaCutsTheCaptionNeverThePath) {
-    Add({"/jeux/un,deux,trois.nx3"});
-    EXPECT_EQ(Captions(), Texts{"deux"});
-    EXPECT_EQ(Paths(), Texts{"/jeux/un,deux,trois.nx3"});
-}
-
-// ---- Settings.
-
-TEST_F(RecentFiles, LoadClosesUpOverEmptyKeysAndIgnoresThoseBeyondItsCapacity) {
-    const std::string file = host.PathOf("mru.ini");
-    ScriptedHost::WriteFile(file, "[mru]\r\n6=/six\r\n1=/un\r\n3=\r\n2=/deux\r\n5=/cinq\r\n");
-    list.Load(window, file);
-    EXPECT_EQ(Paths(), (Texts{"/un", "/deux", "/cinq"}));
-}
-
-TEST_F(RecentFiles, SaveLeavesNoKeyOfALongerList) {
+TEST_F(RecentFiles, LoadClosesUpOverEmptyKeysAndSaveLeavesNoKeyOfALongerList) {
     const std::string file = IniParamProcs::IniFilePath();
-    ScriptedHost::WriteFile(file, "[MRU]\r\n1=/x\r\n4=/y\r\n7=/z\r\n[Options]\r\nA=1\r\n");
-    Add({"/a", "/b"});
+    ScriptedHost::WriteFile(file,
+                            "[mru]\r\n6=/six\r\n1=/un\r\n3=\r\n2=/deux\r\n5=/cinq\r\n[Options]\r\nA=1\r\n");
+    list.Load(window, file);
+    EXPECT_EQ(Paths(), "/un|/deux|/cinq");
     list.Save(window, file);
-    EXPECT_EQ(ScriptedHost::ReadFile(file), "[Options]\r\nA=1\r\n[MRU]\r\n1=/b\r\n2=/a\r\n");
+    const std::string saved = "[MRU]\r\n1=/un\r\n2=/deux\r\n3=/cinq\r\n";
+    EXPECT_EQ(ScriptedHost::ReadFile(file), "[Options]\r\nA=1\r\n" + saved);
+    list.Save(window, host.PathOf("other"));
+    EXPECT_EQ(ScriptedHost::ReadFile(file), "[Options]\r\nA=1\r\n") << "the old list stands in the settings";
+    EXPECT_EQ(ScriptedHost::ReadFile(host.PathOf("other")), saved);
 }
-
-// ---- Files that have gone.
 
 TEST_F(RecentFiles, DeleteNamesTheFileAndClosesTheGap) {
     Add({"/a", "/jeux/un.nx3", "/c"});
-    host.Expect(platform::MessageButton::Ok);
-    list.Delete(window, 2);
-    EXPECT_EQ(host.boxes.back().text, "Le fichier \"/jeux/un.nx3\" n'existe plus ou a été déplacé");
-    EXPECT_EQ(host.boxes.back().style, 16);
-    EXPECT_EQ(Paths(), (Texts{"/c", "/a"}));
-    EXPECT_EQ(Captions(), (Texts{"/c", "/a"}));
-    EXPECT_TRUE(SeparatorVisible());
-}
-
-TEST_F(RecentFiles, DeletingTheOnlyEntryHidesTheSeparator) {
-    Add({"/*"});
-    host.Expect(platform::MessageButton::Ok);
-    list.ErrorMsg("* ? *");
-    list.Delete(window, 1);
-    EXPECT_EQ(host.boxes.back().text, "/* ? /*");
-    EXPECT_FALSE(SeparatorVisible());
-    EXPECT_TRUE(Captions().empty());
+    const struct {
+        int index;
+        std::string text, paths;
+    } steps[] = {{2, "Le fichier \"/jeux/un.nx3\" n'existe plus ou a été déplacé", "/c|/a"},
+                 {1, "/c ? /c", "/a"},
+                 {1, "/a ? /a", ""}};
+    for (const auto& [index, text, paths] : steps) {
+        host.Expect(platform::MessageButton::Ok);
+        list.Delete(window, index);
+        EXPECT_EQ(host.boxes.back().text, text);
+        EXPECT_EQ(host.boxes.back().style, 16);
+        EXPECT_EQ(Paths() + Captions(), paths + paths);
+        list.ErrorMsg("* ? *");
+    }
+    for (const int index : {0, 1}) {
+        host.Expect(platform::MessageButton::Ok);
+        list.Delete(window, index);
+        EXPECT_NE(host.boxes.back().text, "* ? *") << "an entry that is none is an error";
+    }
 }
 
 }  // namespace
+
+#include "MostRecentFilesClass_test.moc"

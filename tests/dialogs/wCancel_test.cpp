@@ -1,16 +1,13 @@
 #include "settings/dialogs/wCancel.h"
 
 #include <QPointer>
-#include <QPushButton>
-#include <QTest>
-#include <functional>
+#include <QProgressBar>
 
-#include "support/QtSupport.h"
-#include "support/ScriptedHost.h"
+#include "DialogSupport.h"
 
 namespace {
 
-TEST(ProgressWindow, EveryWayToCancelOnlyHidesIt) {
+TEST(ProgressWindow, ShowsTheShareAndEveryWayToCancelOnlyHidesIt) {
     const ScriptedHost host;
     QWidget owner;
     owner.show();
@@ -21,15 +18,19 @@ TEST(ProgressWindow, EveryWayToCancelOnlyHidesIt) {
         [](wCancel& window) { QTest::keyClick(&Child<QPushButton>(window, "cmdCancel"), Qt::Key_Escape); },
     };
     for (const auto& cancel : waysOut) {
-        QPointer<wCancel> window = new wCancel(&owner);
+        const QPointer<wCancel> window = new wCancel(&owner);
         window->show();
         ASSERT_TRUE(window->IsVisible());
+        QTest::keyClick(window, Qt::Key_A);
+        EXPECT_TRUE(window->IsVisible());
+        const auto& bar = Child<QProgressBar>(*window, "pbProgress");
+        EXPECT_TRUE(bar.isVisible());
+        window->Progress(99.6);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return bar.value() == 100 && bar.text() == "100%"; }));
         cancel(*window);
         ServeEvents();
         // The run still holds it and looks at it once more.
         ASSERT_TRUE(window);
-        EXPECT_FALSE(window->IsVisible());
-        window->cmdCancel_Click();
         EXPECT_FALSE(window->IsVisible());
         delete window;
     }

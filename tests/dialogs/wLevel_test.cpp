@@ -1,83 +1,74 @@
 #include "settings/dialogs/wLevel.h"
 
 #include <QCheckBox>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
-#include <string>
+#include <QTabWidget>
+#include <memory>
 
-#include "settings/IniParamProcs.h"
-#include "support/QtSupport.h"
-#include "support/ScriptedHost.h"
+#include "DialogSupport.h"
+#include "settings/Levels.h"
+#include "settings/dialogs/wOptions.h"
 
 namespace {
 
-using IniParamProcs::ReadIniParam;
-using IniParamProcs::WriteIniParam;
-
-class LevelDialog : public testing::Test {
-  protected:
-    static std::string Chosen(const wLevel& dialog) {
-        for (const auto* option : dialog.findChildren<QRadioButton*>()) {
-            if (option->isChecked()) return option->text().toStdString();
-        }
-        return {};
-    }
-    static void ChangeEverything(wLevel& dialog) {
-        dialog.show();
-        Child<QRadioButton>(dialog, "optLevelValue(4)").click();
-        Child<QCheckBox>(dialog, "chkLevelAsk").click();
-    }
-    static void Press(wLevel& dialog, int index) {
-        QTest::mouseClick(&Child<QPushButton>(dialog, QStringLiteral("cmdCommands(%1)").arg(index)),
-                          Qt::LeftButton);
-    }
-    std::string Settings() const { return ReadIniParam("Options", "LevelAsk", "none") + " " + Level(); }
-    static std::string Level() { return ReadIniParam("Options", "LevelValue", "none"); }
-
-    ScriptedHost host;
-};
-
-TEST_F(LevelDialog, EachStoredLevelSelectsItsOwnOption) {
-    for (const auto& [stored, caption] :
-         {std::pair{"7", "Débutant"}, {"6", "Facile"}, {"5", "Moyen"}, {"4", "Difficile"}}) {
-        WriteIniParam("Options", "LevelValue", stored);
-        EXPECT_EQ(Chosen(wLevel(nullptr)), caption);
-    }
+std::unique_ptr<QDialog> Dialog(bool options) {
+    if (!options) return std::make_unique<wLevel>(nullptr);
+    auto dialog = std::make_unique<wOptions>(nullptr);
+    Child<QTabWidget>(*dialog, "tbsOnglets").setCurrentIndex(3);
+    return dialog;
 }
 
-TEST_F(LevelDialog, OkWritesBothKeys) {
-    wLevel dialog(nullptr);
-    ChangeEverything(dialog);
-    Press(dialog, 1);
-    EXPECT_TRUE(dialog.Accepted());
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(Settings(), "1 4");
-}
-
-TEST_F(LevelDialog, OkWithoutAnOptionKeepsTheStoredLevel) {
-    WriteIniParam("Options", "LevelValue", "8");
-    wLevel dialog(nullptr);
+// "Débutant Facile Moyen* Difficile": from top to bottom, the chosen one marked.
+std::string Shown(QDialog& dialog) {
     dialog.show();
-    EXPECT_EQ(Chosen(dialog), "");
-    Press(dialog, 1);
-    EXPECT_EQ(Settings(), "0 8");
+    std::map<int, std::string> shown;
+    for (const auto* option : dialog.findChildren<QRadioButton*>()) {
+        EXPECT_TRUE(option->isVisible());
+        shown[option->mapTo(&dialog, QPoint()).y()] =
+            option->text().toStdString() + (option->isChecked() ? "* " : " ");
+    }
+    std::string all;
+    for (const auto& [y, text] : shown) all += text;
+    return all;
 }
 
-TEST_F(LevelDialog, EveryOtherWayOutWritesNothing) {
-    const std::function<void(wLevel&)> waysOut[] = {
-        [](wLevel& dialog) { Press(dialog, 0); },
-        [](wLevel& dialog) { dialog.close(); },
-        [](wLevel& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
-    };
-    for (const auto& leave : waysOut) {
-        wLevel dialog(nullptr);
-        ChangeEverything(dialog);
-        leave(dialog);
-        EXPECT_FALSE(dialog.Accepted());
-        EXPECT_FALSE(dialog.isVisible());
-        EXPECT_EQ(Settings(), "none none");
+TEST(LevelChoice, BothDialogsShowTheLevelsAndStoreTheChosenOne) {
+    const ScriptedHost host;
+    for (const bool options : {false, true}) {
+        for (const Settings::Level& level : Settings::Levels) {
+            std::filesystem::remove(IniParamProcs::IniFilePath());
+            const auto dialog = Dialog(options);
+            EXPECT_EQ(Shown(*dialog), "Débutant Facile Moyen* Difficile ");
+            QTest::mouseClick(
+                &Child<QRadioButton>(*dialog, QStringLiteral("optLevelValue(%1)").arg(level.value)),
+                Qt::LeftButton, {}, {5, 5});
+            Press(*dialog, 1);
+            EXPECT_EQ(Stored("LevelValue"), std::to_string(level.value));
+            EXPECT_NE(Shown(*Dialog(options)).find(std::string(level.caption) + "*"), std::string::npos);
+        }
+        Settings::Write(Settings::LevelValue, 8);
+        const auto dialog = Dialog(options);
+        EXPECT_EQ(Shown(*dialog), "Débutant Facile Moyen Difficile ");
+        Press(*dialog, 1);
+        EXPECT_EQ(Stored("LevelValue"), "8");
     }
+}
+
+TEST(LevelDialog, OnlyOkWritesAndAccepts) {
+    const ScriptedHost host;
+    for (const int way : {0, 1, 2, 3}) {
+        wLevel dialog(nullptr);
+        dialog.show();
+        EXPECT_EQ(dialog.focusWidget(), &Child<QRadioButton>(dialog, "optLevelValue(5)"));
+        auto& never = Child<QCheckBox>(dialog, "chkLevelAsk");
+        EXPECT_FALSE(never.isChecked());
+        QTest::mouseClick(&never, Qt::LeftButton, {}, {5, 5});
+        EXPECT_FALSE(dialog.Accepted());
+        way == 3 ? Press(dialog, 1) : Leave(dialog, way);
+        EXPECT_EQ(dialog.Accepted(), way == 3);
+        EXPECT_EQ(Stored("LevelAsk") + Stored("LevelValue"), way == 3 ? "15" : "missingmissing");
+    }
+    EXPECT_TRUE(Child<QCheckBox>(wLevel(nullptr), "chkLevelAsk").isChecked());
 }
 
 }  // namespace
