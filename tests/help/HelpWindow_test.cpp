@@ -72,8 +72,9 @@ TEST_F(Help, TheContentsFollowTheTopicAndLeadToIt) {
     EXPECT_EQ(State(), "/a.htm Grille");
     EXPECT_EQ(window_.focusWidget(), &topic_);
     EXPECT_TRUE(topic_.toPlainText().startsWith("Grille\n"));
-    // Captions beside their pictures, and all of it above the topic, which has most of the window.
+    // Captions beside their pictures, side by side, and all above the topic, which has most of the window.
     EXPECT_GT(Button("back").width(), Button("back").fontMetrics().horizontalAdvance("Précédent"));
+    EXPECT_LT(Button("back").geometry().right(), Button("forward").x());
     EXPECT_LE(Button("back").parentWidget()->geometry().bottom(), topic_.y());
     EXPECT_GT(2 * topic_.width(), window_.width());
 }
@@ -147,12 +148,12 @@ TEST_F(Help, CanBeUsedBesideAModalWindowAndOutlivesIt) {
         dialog.show();
         EXPECT_EQ(TypedInto(words_), "");
         window_.ShowBeside(&dialog);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
         EXPECT_EQ(TypedInto(words_) + TypedInto(field), "abcabc");
     }
     EXPECT_TRUE(window_.isVisible());
     QMessageBox box;
-    box.setModal(true);
-    box.show();
+    box.open();
     window_.showMinimized();
     window_.ShowBeside(&box);
     EXPECT_EQ(TypedInto(words_), "abc");
@@ -184,8 +185,7 @@ TEST_F(SmallHelp, OneWindowShowsAllAndASentenceTellsWhatCannotBeShown) {
     EXPECT_EQ(topics(), "");
     for (const bool contents : {true, false}) {
         QMessageBox box;
-        box.setModal(true);
-        box.show();
+        box.open();
         contents ? viewer->ShowContents(file) : viewer->ShowTopic(file, 2);
         EXPECT_EQ(topics(), contents ? "/a.htm" : "/a1/b.htm");
         box.findChild<TopicView*>()->Follow("/absente.htm");

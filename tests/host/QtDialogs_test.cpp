@@ -51,14 +51,13 @@ TEST_F(Dialogs, EveryStyleOfABoxHasItsButtonsDefaultAndIcon) {
     };
     const Case cases[] = {
         {0, QMessageBox::NoIcon, "OK 1, 111"},
-        {16, QMessageBox::Critical, "OK 1, 111"},
         {48 + 1, QMessageBox::Warning, "OK 1, Annuler 2, 122"},
         {256 + 48 + 1, QMessageBox::Warning, "OK 1, Annuler 2, 222"},
         {64 + 3, QMessageBox::Information, "&Oui 6, &Non 7, Annuler 2, 622"},
         {256 + 3, QMessageBox::NoIcon, "&Oui 6, &Non 7, Annuler 2, 722"},
         {512 + 3, QMessageBox::NoIcon, "&Oui 6, &Non 7, Annuler 2, 222"},
         {48 + 4, QMessageBox::Warning, "&Oui 6, &Non 7, 677"},
-        {256 + 4, QMessageBox::NoIcon, "&Oui 6, &Non 7, 777"},
+        {256 + 16 + 4, QMessageBox::Critical, "&Oui 6, &Non 7, 777"},
     };
     for (const Case& one : cases) {
         QString answers;

@@ -106,8 +106,7 @@ TEST_F(Host, ADialogBelongsToTheWindowOnTop) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     EXPECT_EQ(platform_qt::DialogOwner(), &window);
     QDialog dialog;
-    dialog.setModal(true);
-    dialog.show();
+    dialog.open();
     window.activateWindow();
     EXPECT_EQ(platform_qt::DialogOwner(), &dialog);
 }

@@ -23,9 +23,9 @@ std::optional<QByteArray> WholeFile(const QString& path) {
     return file.readAll();
 }
 
-// The 32-bit number at an offset that the caller checked.
+// The 32-bit number at an offset that the caller checked; debug builds assert it.
 quint32 NumberAt(const QByteArray& bytes, qsizetype offset) {
-    return qFromLittleEndian<quint32>(bytes.constData() + offset);
+    return qFromLittleEndian<quint32>(QByteArrayView(bytes).sliced(offset, 4).data());
 }
 
 QString PlainText(const QString& html) {
