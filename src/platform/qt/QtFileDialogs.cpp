@@ -31,7 +31,6 @@ QString FirstSuffix(const QString& filter) {
 std::string QtFileDialogs::Ask(const platform::FileQuestion& question) {
     QFileDialog dialog(DialogOwner());
     const QString filter = FromUtf8(question.filter);
-    dialog.setObjectName(QStringLiteral("FileDialog"));
     dialog.setWindowTitle(question.save ? QStringLiteral("Enregistrer sous") : QStringLiteral("Ouvrir"));
     dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);

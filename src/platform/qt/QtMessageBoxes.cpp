@@ -79,7 +79,6 @@ void WidenToText(const QMessageBox& box) {
 
 platform::MessageButton QtMessageBoxes::Show(std::string_view text, int style, int helpContext) {
     BoxWithHelp box(DialogOwner(), helpContext);
-    box.setObjectName(QStringLiteral("MessageBox"));
     box.setWindowTitle(FromUtf8(platform::TheHost().application->Title()));
     box.setIcon(IconOf(style));
     box.setTextFormat(Qt::PlainText);
