@@ -8,7 +8,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "document/DocumentSupport.h"
 #include "document/window/ctrlCell.h"
@@ -22,8 +21,6 @@
 // The real main window on a scripted host, with a settings file in a folder of its own.
 class Program : public testing::Test {
   protected:
-    using Texts = std::vector<std::string>;
-
     Program() {
         ScriptedHost::WriteFile(IniParamProcs::IniFilePath(),
                                 "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\n");
@@ -50,6 +47,15 @@ class Program : public testing::Test {
         Item(name).trigger();
         ServeEvents();
     }
+    // With the answer to the one box or file dialog that it shows.
+    void Run(const char* name, platform::MessageButton answer) {
+        host.Expect(answer);
+        Run(name);
+    }
+    void Run(const char* name, const std::string& file) {
+        host.ExpectFile(file);
+        Run(name);
+    }
 
     // ---- Grids.
     wGrid& Active() const { return *main->ActiveGrid(); }
@@ -60,11 +66,6 @@ class Program : public testing::Test {
         Active().UpdateGrid();
     }
     QMdiArea& Area() const { return *qobject_cast<QMdiArea*>(main->centralWidget()); }
-    Texts Captions() const {
-        Texts captions;
-        for (const OpenGrid& grid : main->Grids()) captions.push_back(grid->Caption().toStdString());
-        return captions;
-    }
     void Activate(std::size_t number) const {
         Area().setActiveSubWindow(qobject_cast<QMdiSubWindow*>(main->Grids().at(number)->parentWidget()));
         ServeEvents();
@@ -81,18 +82,36 @@ class Program : public testing::Test {
         ServeEvents();
         return opened;
     }
-    Texts RecentFiles() const {
-        Texts paths;
-        for (int i = 1; !MostRecentFilesClass::PathOf(*main, i).empty(); ++i) {
-            paths.push_back(MostRecentFilesClass::PathOf(*main, i));
-        }
-        return paths;
-    }
 
     // ---- What the user sees.
-    std::string Title() const { return main->windowTitle().toStdString(); }
+    // The captions of the grids, "a, [b], c" with b active; the title has to agree.
+    std::string Grids() const {
+        std::string captions;
+        std::string title = "Ninarix";
+        for (const OpenGrid& grid : main->Grids()) {
+            const bool active = grid == main->ActiveGrid();
+            const std::string caption = grid->Caption().toStdString();
+            if (active) title += " - " + caption;
+            captions += (captions.empty() ? "" : ", ") + (active ? "[" + caption + "]" : caption);
+        }
+        EXPECT_EQ(main->windowTitle().toStdString(), title);
+        return captions;
+    }
+    // The names of the recent files, "a.nx3 b.nx3".
+    std::string RecentFiles() const {
+        std::string names;
+        for (int i = 1; !MostRecentFilesClass::PathOf(*main, i).empty(); ++i) {
+            const std::filesystem::path path(MostRecentFilesClass::PathOf(*main, i));
+            names += (i > 1 ? " " : "") + path.filename().string();
+        }
+        return names;
+    }
     std::string PathPanel() const { return Child<QLabel>(*main, "path").text().toStdString(); }
-    std::string LastBox() const { return host.boxes.empty() ? "" : host.boxes.back().text; }
+    // The last box, "style text".
+    std::string LastBox() const {
+        if (host.boxes.empty()) return {};
+        return std::to_string(host.boxes.back().style) + " " + host.boxes.back().text;
+    }
 
     ScriptedHost host;
     std::unique_ptr<wMain> main;

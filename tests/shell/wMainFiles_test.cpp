@@ -6,6 +6,7 @@
 #include <QMimeData>
 #include <QUrl>
 #include <QWindow>
+#include <vector>
 
 #include "Program.h"
 #include "document/window/BusyGuard.h"
@@ -16,13 +17,7 @@ using platform::MessageButton;
 
 class Files : public RunningProgram {
   protected:
-    // A command that asks for a file, and the file that it is given.
-    void Run(const char* name) const { RunningProgram::Run(name); }
-    void Run(const char* name, const std::string& file) {
-        host.ExpectFile(file);
-        Run(name);
-    }
-    // Drags files, or another kind of data, over the window and drops them unless it refuses.
+    // Drags something over the window and drops it unless it is refused.
     bool Drop(const QMimeData& data) const {
         constexpr auto actions = Qt::CopyAction | Qt::MoveAction;
         const QPoint place(100, 200);
@@ -37,7 +32,7 @@ class Files : public RunningProgram {
         }
         return true;
     }
-    bool Drop(const Texts& paths) const {
+    bool Drop(const std::vector<std::string>& paths) const {
         QList<QUrl> urls;
         for (const std::string& path : paths) urls.append(QUrl::fromLocalFile(QString::fromStdString(path)));
         QMimeData data;
@@ -51,8 +46,6 @@ class Files : public RunningProgram {
     std::string Folder() const { return host.folder.string(); }
 };
 
-// ---- Opening.
-
 TEST_F(Files, AnOpenedFileIsShownAndRemembered) {
     Setting("Files", "LastOpened", "/jeux");
     Run("mnuGridConfig");
@@ -60,14 +53,11 @@ TEST_F(Files, AnOpenedFileIsShownAndRemembered) {
     Run("mnuFileOpen", file);
     EXPECT_EQ(host.questions[0].folder, "/jeux");
     EXPECT_FALSE(host.questions[0].save);
-    EXPECT_EQ(Captions(), Texts{"Été 1"});
-    EXPECT_EQ(State(1), "7|1|0");
-    EXPECT_FALSE(Document().Modified());
-    EXPECT_FALSE(main->InitialisationMode());
-    EXPECT_EQ(RecentFiles(), Texts{file});
-    EXPECT_EQ(Setting("Files", "LastOpened"), Folder());
+    EXPECT_EQ(Grids() + State(1) + PathPanel(), "[Été 1]7|1|0" + file);
+    EXPECT_FALSE(Document().Modified() || main->InitialisationMode());
     EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
     Run("mnuFileOpen", "");
+    EXPECT_EQ(RecentFiles(), "Été 1.nx3");
     EXPECT_EQ(Setting("Files", "LastOpened"), Folder());
 }
 
@@ -78,22 +68,20 @@ TEST_F(Files, AFileThatCannotBeReadIsReportedAndDisturbsNothing) {
     Activate(1);
     Run("mnuGridConfig");
     Active().ctrlCells(5).DoSelect();
-    const std::pair<std::string, const char*> files[] = {
-        {host.PathOf("absent.nx3"), "Error Nr 53"},    {host.folder.string(), "Error Nr 53"},
-        {GridFile("b.nx3", "256|0|0"), "Error Nr 6 "}, {GridFile("c.nx3", "abc|0|0"), "Error Nr 13"},
-        {GridFile("d.nx3", "1|0"), "Error Nr 9 "},
-    };
+    const std::pair<std::string, const char*> files[] = {{host.PathOf("absent.nx3"), "16 Error Nr 53"},
+                                                         {host.folder.string(), "16 Error Nr 53"},
+                                                         {GridFile("b.nx3", "256|0|0"), "16 Error Nr 6 "},
+                                                         {GridFile("c.nx3", "abc|0|0"), "16 Error Nr 13"},
+                                                         {GridFile("d.nx3", "1|0"), "16 Error Nr 9 "}};
     for (const auto& [file, error] : files) {
         host.Expect(MessageButton::Ok);
         Run("mnuFileOpen", file);
         EXPECT_TRUE(LastBox().starts_with(error)) << LastBox();
         EXPECT_TRUE(LastBox().ends_with("Module : wMain\r\nFunction : OpenGridFile")) << LastBox();
     }
-    EXPECT_EQ(Captions(), (Texts{"a", "Grille1", "z"}));
-    EXPECT_EQ(Title(), "Ninarix - Grille1") << "the active grid stays active";
+    EXPECT_EQ(Grids() + RecentFiles(), "a, [Grille1], z");
     EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
     EXPECT_TRUE(main->InitialisationMode());
-    EXPECT_TRUE(RecentFiles().empty());
     EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
 }
 
@@ -108,31 +96,22 @@ TEST_F(Files, EveryWindowOfAnOpenFileIsReloadedOnlyOnRequest) {
     host.Expect(MessageButton::Ok);
     host.Expect(MessageButton::Cancel);
     EXPECT_FALSE(Open(file));
-    EXPECT_EQ(
-        LastBox(),
-        "Ce fichier est déjà ouvert.\r\nVoulez-vous le recharger \r\net perdre toutes les modifications ?");
-    EXPECT_EQ(host.boxes.back().style, 305);
-    EXPECT_EQ(Captions(), (Texts{"a", "a"}));
-    EXPECT_EQ(State(2), "5|0|0");
+    EXPECT_EQ(LastBox(),
+              "305 Ce fichier est déjà ouvert.\r\nVoulez-vous le recharger \r\net perdre toutes les "
+              "modifications ?");
+    EXPECT_EQ(Grids() + State(2), "a, [a]5|0|0");
     host.Expect(MessageButton::Ok);
     host.Expect(MessageButton::Ok);
     EXPECT_TRUE(Open(file));
-    EXPECT_EQ(Captions(), Texts{"a"});
-    EXPECT_EQ(State(2), "0|0|0");
-    EXPECT_EQ(PathPanel(), file);
-}
-
-TEST_F(Files, AReloadThatFailsLosesNothing) {
-    const std::string file = GridFile("a.nx3");
-    Open(file);
+    EXPECT_EQ(Grids() + State(2) + PathPanel(), "[a]0|0|0" + file);
+    // A reload that fails loses nothing, whether the file has gone bad or gone.
     Set(2, "5|0|0");
     GridFile("a.nx3", "abc|0|0");
     for (int n = 0; n < 2; ++n) {
         host.Expect(MessageButton::Ok);  // reload
         host.Expect(MessageButton::Ok);  // the report
         EXPECT_FALSE(Open(file));
-        EXPECT_TRUE(LastBox().starts_with("Error Nr ")) << LastBox();
-        EXPECT_EQ(State(1) + " " + State(2), "7|1|0 5|0|0");
+        EXPECT_EQ(Grids() + State(2), "[a]5|0|0");
         EXPECT_TRUE(Document().Modified());
         std::filesystem::remove(file);
     }
@@ -154,11 +133,8 @@ TEST_F(Files, AGridThatIsReplacedWhileAQuestionIsOpenIsLeftAlone) {
     replaceMeanwhile();
     Run("mnuFileSaveAs", host.PathOf("b.nx3"));
     EXPECT_FALSE(std::filesystem::exists(host.PathOf("b.nx3")));
-    EXPECT_EQ(Captions(), Texts{"a"});
-    EXPECT_EQ(Title(), "Ninarix - a");
+    EXPECT_EQ(Grids(), "[a]");
 }
-
-// ---- Recent files.
 
 TEST_F(Files, ARecentFileComesToTheTopOrGoesWithItsFile) {
     const std::string first = GridFile("a.nx3");
@@ -168,14 +144,11 @@ TEST_F(Files, ARecentFileComesToTheTopOrGoesWithItsFile) {
     Run("mnuFileClose");
     Run("mnuFileClose");
     Run("mnuFileMRU(2)");
-    EXPECT_EQ(Captions(), Texts{"a"});
-    EXPECT_EQ(RecentFiles(), (Texts{first, second}));
+    EXPECT_EQ(Grids() + " " + RecentFiles(), "[a] a.nx3 b.nx3");
     std::filesystem::remove(second);
-    host.Expect(MessageButton::Ok);
-    Run("mnuFileMRU(2)");
-    EXPECT_EQ(LastBox(), "Le fichier \"" + second + "\" n'existe plus ou a été déplacé");
-    EXPECT_EQ(RecentFiles(), Texts{first});
-    EXPECT_EQ(Captions().size(), 1U);
+    Run("mnuFileMRU(2)", MessageButton::Ok);
+    EXPECT_EQ(LastBox(), "16 Le fichier \"" + second + "\" n'existe plus ou a été déplacé");
+    EXPECT_EQ(Grids() + " " + RecentFiles(), "[a] a.nx3");
 }
 
 // ---- Saving.
@@ -189,16 +162,15 @@ TEST_F(Files, SaveAsGivesTheGridItsNewFile) {
     EXPECT_TRUE(host.questions[0].save);
     EXPECT_EQ(host.questions[0].folder + host.questions[0].proposedName, "/jeuxGrille1");
     EXPECT_TRUE(Holds(file, "5|1|0"));
-    EXPECT_EQ(Title() + "|" + PathPanel(), "Ninarix - neuf|" + file);
-    EXPECT_EQ(RecentFiles(), Texts{file});
     EXPECT_EQ(Setting("Files", "LastSaved") + Setting("Files", "LastOpened"), Folder() + "none");
+    EXPECT_EQ(Grids() + RecentFiles() + PathPanel(), "[neuf]neuf.nx3" + file);
+    // A failed save keeps name and file.
     Set(1, "6|1|0");
     host.Expect(MessageButton::Ok);
     Run("mnuFileSaveAs", host.PathOf("absent/b.nx3"));
-    EXPECT_TRUE(LastBox().starts_with("Error Nr 75")) << LastBox();
-    EXPECT_EQ(PathPanel(), file) << "a failed save keeps name and file";
+    EXPECT_TRUE(LastBox().starts_with("16 Error Nr 75")) << LastBox();
+    EXPECT_EQ(Grids() + RecentFiles() + PathPanel(), "[neuf]neuf.nx3" + file);
     EXPECT_TRUE(Document().Modified());
-    EXPECT_EQ(RecentFiles(), Texts{file});
 }
 
 TEST_F(Files, AFirstSaveAsksOnceALaterOneNever) {
@@ -206,24 +178,23 @@ TEST_F(Files, AFirstSaveAsksOnceALaterOneNever) {
     Set(1, "5|1|0");
     Run("mnuFileSave", "");
     EXPECT_TRUE(Document().Modified());
-    EXPECT_TRUE(host.boxes.empty() && RecentFiles().empty()) << "a cancelled save is silent";
+    EXPECT_EQ(LastBox() + RecentFiles(), "") << "a cancelled save is silent";
     const std::string file = host.PathOf("neuf.nx3");
     Run("mnuFileSave", file);
     EXPECT_FALSE(Document().Modified());
     Set(1, "6|1|0");
     Run("mnuFileSave");
     EXPECT_TRUE(Holds(file, "6|1|0"));
-    EXPECT_EQ(RecentFiles(), Texts{file});
+    EXPECT_EQ(RecentFiles(), "neuf.nx3");
 }
 
 // ---- Dropping.
 
 TEST_F(Files, DroppedFilesAreOpenedInOrderAfterTheDrop) {
     EXPECT_TRUE(Drop({GridFile("c.nx3"), GridFile("a.nx3"), GridFile("b.nx3")}));
-    EXPECT_TRUE(Captions().empty()) << "the drag's source still waits";
+    EXPECT_EQ(Grids(), "") << "the drag's source still waits";
     ServeEvents();
-    EXPECT_EQ(Captions(), (Texts{"c", "a", "b"}));
-    EXPECT_TRUE(RecentFiles().empty());
+    EXPECT_EQ(Grids() + RecentFiles(), "c, a, [b]");
     QMimeData text;
     text.setText(QString::fromStdString(GridFile("d.nx3")));
     EXPECT_FALSE(Drop(text));
@@ -239,19 +210,19 @@ TEST_F(Files, ADropMeetsNeitherADialogNorARun) {
     dialog.setModal(true);
     dialog.show();
     ServeEvents();
-    EXPECT_TRUE(Captions().empty());
+    EXPECT_EQ(Grids(), "");
     EXPECT_FALSE(Drop({GridFile("b.nx3")}));
     dialog.close();
     ServeEvents();
-    EXPECT_EQ(Captions(), Texts{"a"});
+    EXPECT_EQ(Grids(), "[a]");
     ASSERT_TRUE(Drop({GridFile("c.nx3")}));
     {
         const BusyGuard run(main.get());
         ServeEvents();
-        EXPECT_EQ(Captions().size(), 1U);
+        EXPECT_EQ(Grids(), "[a]");
     }
     ServeEvents();
-    EXPECT_EQ(Captions(), (Texts{"a", "c"}));
+    EXPECT_EQ(Grids(), "a, [c]");
     EXPECT_EQ(host.beeps, 0);
 }
 

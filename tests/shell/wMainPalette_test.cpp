@@ -97,7 +97,9 @@ TEST_F(PaletteTest, StatesAreSeenByColourAndByMark) {
     for (int i = 1; i <= 9; ++i) {
         EXPECT_EQ(read(palette.cmdValue(i), area.adjusted(4, 4, -4, -4), "#888888"), i);
     }
-    EXPECT_NE(read(palette.cmdValue(0), area.adjusted(4, 4, -4, -4), "#888888"), 0) << "a picture";
+    const QImage clear = pictureOf(palette.cmdValue(0));
+    const QRectF picture = DigitReader::Read(clear, area.adjusted(4, 4, -4, -4), QColor("#888888")).place;
+    EXPECT_TRUE(QRectF(0.01, 0.01, 0.98, 0.98).contains(picture)) << "the clear button's picture";
     // Without colours: an excluded digit is struck out, an allowed one has a tick in its corner.
     const int unit = std::min(area.width(), area.height()) / 10;
     const QRect tick(area.right() - 2 * unit - 2, area.bottom() - 4 * unit, 2 * unit, 2 * unit);
@@ -119,8 +121,13 @@ TEST_F(PaletteTest, ItsColumnsFillThePanelAndSayWhatTheyDo) {
             const QRect value = place(palette.cmdValue(i));
             const QRect mask = place(palette.cmdMask(i));
             EXPECT_TRUE(palette.rect().contains(value | mask)) << i;
+            EXPECT_EQ(palette.cmdMask(i).geometry().center().x(),
+                      palette.cmdMask(i).parentWidget()->rect().center().x());
             EXPECT_EQ(value.size(), mask.size());
             EXPECT_EQ(value.top(), mask.top());
+            EXPECT_NEAR(value.left(), palette.width() - 1 - mask.right(), 1);
+            EXPECT_NEAR(palette.cmdMask(i).font().pixelSize(), std::min(mask.width(), mask.height()) * 0.8,
+                        1);
             EXPECT_LT(value.right(), mask.left() - 10);
             EXPECT_GE(value.top(), last.bottom() + 10) << i;
             last = value;

@@ -1,8 +1,12 @@
 #include "document/window/wGrid.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
 #include <QTest>
+#include <algorithm>
 #include <functional>
 
 #include "FakeFrame.h"
@@ -197,6 +201,27 @@ TEST_F(Grid, ActivationShowsNameAndCurrentCell) {
     EXPECT_EQ(frame.shown, "|");
 }
 
+TEST_F(Grid, PrintsTheCandidatesThatItShows) {
+    const std::string page = host.PathOf("page.pdf");
+    SetPuzzle(document, 1, 2);  // one candidate in each of the two cells that stay empty
+    for (const auto& [hidden, digits] : {std::pair{false, 81}, {true, 79}}) {
+        frame.hidden = hidden;
+        grid->ShowCells();
+        host.ExpectFile(page);
+        InNextDialog([](QWidget& dialog) {
+            Child<QComboBox>(dialog, "cboPrinter").setCurrentText("Fichier PDF");
+            Child<QPushButton>(dialog, "cmdCommands(1)").click();
+        });
+        grid->PrintGrid();
+        QProcess reader;
+        reader.start("pdftotext", {QString::fromStdString(page), "-"});
+        ASSERT_TRUE(reader.waitForFinished());
+        EXPECT_EQ(std::ranges::count_if(reader.readAllStandardOutput(),
+                                        [](char c) { return c >= '1' && c <= '9'; }),
+                  digits);
+    }
+}
+
 // ---- History.
 
 TEST_F(Grid, UndoAndRedoSelectTheChangedCellOrSayThatThereIsNothing) {
@@ -309,6 +334,8 @@ class Closing : public GridWindow {
 
 TEST_F(Closing, AWindowThatWasClosedIsNoOpenGridFromThatMomentOn) {
     const OpenGrid open(grid);
+    wGrid other(frame, std::make_unique<GridDocument>());
+    EXPECT_TRUE(open == OpenGrid(grid) && !(open == OpenGrid(&other)));
     int told = 0;
     QObject::connect(grid, &wGrid::Unloading, [&] { ++told; });
     host.Expect(MessageButton::Cancel);
