@@ -13,6 +13,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/AsciiText.h"
 #include "platform/SafeFile.h"
 
 namespace fs = std::filesystem;
@@ -28,12 +29,6 @@ std::string FolderFromEnvironment(const char* variable) {
     if (!folder.starts_with('/')) return {};
     while (folder.ends_with('/')) folder.pop_back();
     return folder;
-}
-
-bool SameAscii(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return lower(x) == lower(y); });
 }
 
 std::string_view CutField(std::string_view& line) {
@@ -52,7 +47,7 @@ void FindOwner(std::string_view globs, const std::string& pattern, int& heaviest
         int weight = 0;
         const auto number = std::from_chars(weightText.data(), weightText.data() + weightText.size(), weight);
         if (number.ec != std::errc() || weight <= heaviest) continue;  // the former: a comment
-        if (!SameAscii(CutField(line), pattern) || type == DesktopAssociation::MimeType) continue;
+        if (!SameName(CutField(line), pattern) || type == DesktopAssociation::MimeType) continue;
         heaviest = weight;
         owner = type;
     }
@@ -145,8 +140,7 @@ std::string AsEntryText(std::string_view text) {
 
 bool NeedsQuotes(std::string_view path) {
     return std::any_of(path.begin(), path.end(), [](char c) {
-        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-        return !letter && (static_cast<unsigned char>(c) & 0x80U) == 0 &&
+        return !IsLetterOrDigit(c) && (static_cast<unsigned char>(c) & 0x80U) == 0 &&
                std::string_view("/._-+,:@").find(c) == std::string_view::npos;
     });
 }

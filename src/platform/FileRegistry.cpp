@@ -7,6 +7,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/AsciiText.h"
 #include "platform/DesktopAssociation.h"
 #include "platform/ProfileFile.h"
 #include "platform/SafeFile.h"
@@ -23,9 +24,8 @@ constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 // Whatever a profile file would trim, unquote or take for its own signs is written as %XX.
 bool StandsForItself(char c) {
-    const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
     const bool beyondAscii = (static_cast<unsigned char>(c) & 0x80U) != 0;
-    return letter || (c >= '0' && c <= '9') || beyondAscii ||
+    return IsLetterOrDigit(c) || beyondAscii ||
            std::string_view("\\/.,:_-+~(){}$&!").find(c) != std::string_view::npos;
 }
 

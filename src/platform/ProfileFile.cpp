@@ -1,9 +1,10 @@
 #include "platform/ProfileFile.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <unordered_map>
 #include <utility>
+
+#include "platform/AsciiText.h"
 
 namespace platform {
 
@@ -22,19 +23,10 @@ std::string_view TrimBlanks(std::string_view text) {
     return text;
 }
 
-char ToLowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool SameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return ToLowerAscii(x) == ToLowerAscii(y); });
-}
-
 struct NameHash {
     std::size_t operator()(std::string_view name) const {
         std::uint32_t hash = 0;
-        for (const char c : name) hash = hash * 31 + static_cast<unsigned char>(ToLowerAscii(c));
+        for (const char c : name) hash = hash * 31 + static_cast<unsigned char>(LowerCase(c));
         return hash;
     }
 };

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "diagnostics/ErrorHandling.h"
+#include "platform/AsciiText.h"
 
 namespace Conversions {
 
@@ -62,14 +63,6 @@ Integer RoundTo(double value) {
     return static_cast<Integer>(rounded);
 }
 
-bool SameWord(std::string_view text, std::string_view lowerCase) {
-    if (text.size() != lowerCase.size()) return false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if ((text[i] | 0x20) != lowerCase[i]) return false;
-    }
-    return true;
-}
-
 }  // namespace
 
 std::uint8_t ToByte(std::string_view text) {
@@ -86,8 +79,8 @@ std::int32_t ToLong(std::string_view text) {
 
 bool ToBoolean(std::string_view text) {
     const std::string_view word = TrimText(text);
-    if (SameWord(word, "true")) return true;
-    if (SameWord(word, "false")) return false;
+    if (platform::SameName(word, "true")) return true;
+    if (platform::SameName(word, "false")) return false;
     return WholeNumber(text) != 0;
 }
 

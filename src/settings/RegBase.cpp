@@ -1,7 +1,6 @@
 #include "settings/RegBase.h"
 
-#include <algorithm>
-
+#include "platform/AsciiText.h"
 #include "platform/Host.h"
 #include "platform/Registry.h"
 
@@ -19,12 +18,6 @@ std::string TypeNameOf(const std::string& exePath) {
     return exePath.substr(exePath.find_last_of("/\\") + 1);
 }
 
-std::string UpperCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-    return text;
-}
-
 bool Write(const std::string& path, const std::string& value) {
     return SetRegValue(RegistryRoot::Classes, path, value, {}) == RegistryError::None;
 }
@@ -36,7 +29,7 @@ bool RegisterFileType(const std::string& exePath, const std::string& extension,
     const std::string typeName = TypeNameOf(exePath);
     const std::string extensionKey = "." + extension;
     const std::string owner = GetRegValue(RegistryRoot::Classes, extensionKey, {});
-    if (!owner.empty() && UpperCase(owner) != UpperCase(typeName)) return false;
+    if (!owner.empty() && !platform::SameName(owner, typeName)) return false;
 
     const std::string command = exePath + " " + commandArguments;
     if (!Write(extensionKey, typeName) || !Write(typeName + "\\shell\\Open\\command", command)) return false;

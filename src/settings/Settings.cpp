@@ -1,21 +1,16 @@
 #include "settings/Settings.h"
 
 #include "diagnostics/ErrorHandling.h"
+#include "platform/AsciiText.h"
 #include "settings/Conversions.h"
 
 namespace Settings {
 
 namespace {
 
-constexpr std::string_view noColor = "";
+using platform::SameName;  // the store does not tell upper from lower case
 
-// The store does not tell upper from lower case.
-constexpr bool SameName(std::string_view one, std::string_view other) {
-    const auto folded = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 'a' - 'A') : c; };
-    bool same = one.size() == other.size();
-    for (std::size_t i = 0; same && i < one.size(); ++i) same = folded(one[i]) == folded(other[i]);
-    return same;
-}
+constexpr std::string_view noColor = "";
 
 constexpr bool EveryKeyHasOneRow() {
     bool unique = true;
