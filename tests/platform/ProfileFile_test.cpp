@@ -53,8 +53,7 @@ TEST(ProfileFile, ReadsWhatOtherProgramsWrite) {
         {"k=1\r\n[]\r\nk=2\r\n;[s]\r\nk=3\r\n", "-"},
         {"[s]\r\nj=1\r\n[t]\r\n[S]\r\nk=3\r\n", "-"},
         {"[s]\r\nk=1\r\nK=2\r\n", "1"},
-        {"[s]", "-"},
-    };
+        {"[s]", "-"}};
     for (const auto& [bytes, value] : cases)
         EXPECT_EQ(ValueOfK(bytes), value) << testing::PrintToString(bytes);
     EXPECT_EQ(Parsed("1=0\n[ ]\n1=2").Value("", "1"), "2") << "not the keys before any header";
@@ -74,6 +73,12 @@ TEST(ProfileFile, UntouchedLinesKeepEveryByte) {
     profile.RemoveKey("none", "k");
     profile.RemoveSection("none");
     EXPECT_EQ(profile.Bytes(), before);
+
+    profile = Parsed("\xEF\xBB\xBF[MRU]\r\n1=a\r\n;x\r\n\r\n[Options]\r\n1=b\r\n[MRUs]\r\n1=c");
+    profile.RemoveSection(" mru ");
+    EXPECT_EQ(profile.Bytes(), "\xEF\xBB\xBF[Options]\r\n1=b\r\n[MRUs]\r\n1=c");
+    profile.RemoveSection("MRUs");
+    EXPECT_EQ(profile.Bytes(), "\xEF\xBB\xBF[Options]\r\n1=b\r\n");
 }
 
 TEST(ProfileFile, NewKeysGoBehindTheirSectionsLastLine) {
@@ -100,12 +105,4 @@ TEST(ProfileFile, RefusesWhatCouldNotBeFoundAgain) {
         EXPECT_FALSE(profile.Set(section, key, value)) << section << '|' << key << '|' << value;
         EXPECT_EQ(profile.Bytes(), "[s]\r\nk=v\r\n");
     }
-}
-
-TEST(ProfileFile, RemovedSectionTakesItsLinesAndNoOthers) {
-    auto profile = Parsed("\xEF\xBB\xBF[MRU]\r\n1=a\r\n;x\r\n\r\n[Options]\r\n1=b\r\n[MRUs]\r\n1=c");
-    profile.RemoveSection(" mru ");
-    EXPECT_EQ(profile.Bytes(), "\xEF\xBB\xBF[Options]\r\n1=b\r\n[MRUs]\r\n1=c");
-    profile.RemoveSection("MRUs");
-    EXPECT_EQ(profile.Bytes(), "\xEF\xBB\xBF[Options]\r\n1=b\r\n");
 }
