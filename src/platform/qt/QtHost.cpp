@@ -80,15 +80,13 @@ class QtColourDialogs : public platform::ColourDialogs {
   public:
     // The toolkit keeps one set of custom colours for the whole process: filled before, read after.
     std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) override {
-        for (std::size_t i = 0; i < custom.size(); ++i) {
-            QColorDialog::setCustomColor(static_cast<int>(i), FromLowRed(custom[i]));
-        }
+        int place = 0;
+        for (const std::uint32_t color : custom) QColorDialog::setCustomColor(place++, FromLowRed(color));
         const QColor chosen =
             QColorDialog::getColor(FromLowRed(initial), DialogOwner(), QStringLiteral("Couleurs"));
         if (!chosen.isValid()) return std::nullopt;
-        for (std::size_t i = 0; i < custom.size(); ++i) {
-            custom[i] = ToLowRed(QColorDialog::customColor(static_cast<int>(i)));
-        }
+        place = 0;
+        for (std::uint32_t& color : custom) color = ToLowRed(QColorDialog::customColor(place++));
         return ToLowRed(chosen);
     }
 };
