@@ -3,7 +3,6 @@
 #include <QImage>
 #include <QRegularExpression>
 #include <set>
-#include <vector>
 
 #include "PrintingSupport.h"
 #include "printing/PageLayout.h"
@@ -11,129 +10,113 @@
 
 namespace {
 
-constexpr double millimetresPerPoint = 25.4 / 72;
-
-struct Word {
-    QString text;
-    QRectF box;  // millimetres
-};
-
 class PageOnPaper : public testing::Test {
   protected:
-    void Make(const PrintedGrid& grid, const PageLayout& page, const PageInk& ink = {}) const {
-        ScriptedHost::WriteFile(file.toStdString(), Printing::RenderPdf(grid, page, ink).toStdString());
-    }
-    QImage Raster(int dpi) const {
-        OutputOf("pdftoppm", {"-singlefile", "-r", QString::number(dpi), file, file});
-        return QImage(file + ".ppm");
-    }
-    std::vector<Word> Words() const {
-        static const QRegularExpression pattern(
-            R"re(<word xMin="(.+)" yMin="(.+)" xMax="(.+)" yMax="(.+)">(.*)</word>)re");
-        std::vector<Word> words;
-        const QString text = QString::fromUtf8(OutputOf("pdftotext", {"-bbox", file, "-"}));
-        for (auto found = pattern.globalMatch(text); found.hasNext();) {
-            const auto word = found.next();
-            const auto at = [&](int i) { return word.captured(i).toDouble() * millimetresPerPoint; };
-            words.push_back({word.captured(5), QRectF(QPointF(at(1), at(2)), QPointF(at(3), at(4)))});
-        }
-        return words;
-    }
-    static PageLayout Page(const std::string& settings, bool landscape) {
+    PageLayout Make(const PrintedGrid& grid, const std::string& settings, bool landscape,
+                    const PageInk& ink = {}) const {
         ScriptedHost::WriteFile(IniParamProcs::IniFilePath(), "[Options]\n" + settings);
-        return LayoutFromSettings(IniParamProcs::IniSnapshot(), landscape);
+        const PageLayout page = LayoutFromSettings(Settings::IniSnapshot(), landscape);
+        ScriptedHost::WriteFile(file.toStdString(), Printing::RenderPdf(grid, page, ink).toStdString());
+        return page;
+    }
+    QImage Raster(const QStringList& options) const {
+        OutputOf("pdftoppm", QStringList{"-singlefile", file, file} + options);
+        return QImage(file + ".ppm");
     }
 
     ScriptedHost host;
     QString file = QString::fromStdString(host.PathOf("page"));
 };
 
-// The row of pixels at `at` meets ten lines from `start` to `start + size`, thick ones around the boxes.
-void ExpectLines(const QImage& image, double at, double start, double size, double thick) {
-    const double pixel = 25.4 / 400;
-    std::vector<std::pair<int, int>> lines;
-    for (int x = 0; x < image.width(); ++x) {
-        if (qGray(image.pixel(x, static_cast<int>(at / pixel))) >= 128) continue;
-        if (lines.empty() || lines.back().second != x) lines.emplace_back(x, x);
-        lines.back().second = x + 1;
-    }
-    ASSERT_EQ(lines.size(), 10U);
-    EXPECT_NEAR(lines.front().first * pixel, start, 0.2);
-    EXPECT_NEAR(lines.back().second * pixel, start + size, 0.2);
-    for (std::size_t k = 0; k < 10; ++k) {
-        const auto [first, end] = lines[k];
-        EXPECT_NEAR((end - first) * pixel, k % 3 == 0 ? thick : thick / 4, 0.1) << k;
-        const double middle = start + thick / 2 + static_cast<double>(k) * (size - thick) / 9;
-        EXPECT_NEAR((first + end) * pixel / 2, middle, 0.2) << k;
-    }
-}
-
 TEST_F(PageOnPaper, LinesStandWhereARulerFindsThem) {
     for (const bool landscape : {false, true}) {
-        for (const double thick : {0.8, 0.4}) {
-            SCOPED_TRACE(testing::Message() << "landscape " << landscape << ", lines of " << thick);
-            Make({}, Page(std::string(landscape ? "MarginLeft=101.5\nMarginTop=62,5\n" : "") +
-                              (thick == 0.4 ? "LinesWidth=1\n" : ""),
-                          landscape));
-            const QImage image = Raster(400);
-            EXPECT_EQ(image.width() > image.height(), landscape);
-            const QPointF corner = landscape ? QPointF(101.5, 62.5) : QPointF(45, 15);
-            ExpectLines(image, corner.y() + 7, corner.x(), 120, thick);
-            const QTransform swapAxes(0, 1, 1, 0, 0, 0);
-            ExpectLines(image.transformed(swapAxes), corner.x() + 7, corner.y(), 120, thick);
+        const double thick = landscape ? 0.4 : 0.8;
+        Make({}, landscape ? "MarginLeft=101.5\nMarginTop=62,5\nLinesWidth=1\n" : "", landscape);
+        for (const bool down : {false, true}) {
+            // A line of pixels across the page, 50 to a millimetre, where no digit stands.
+            const QString at = QString::number(landscape ? 5500 : 3000);
+            const QImage image = Raster(down ? QStringList{"-r", "1270", "-x", at, "-W", "1"}
+                                             : QStringList{"-r", "1270", "-y", at, "-H", "1"});
+            EXPECT_NEAR(down ? image.height() : image.width(), down != landscape ? 297 * 50 : 210 * 50, 5);
+            for (int k = 0; k <= 9; ++k) {
+                const double width = k % 3 == 0 ? thick : thick / 4;
+                const double start = landscape ? (down ? 62.5 : 101.5) : (down ? 15 : 45);
+                const double middle = start + thick / 2 + k * (120 - thick) / 9;
+                for (const double share : {-0.8, -0.3, 0.0, 0.3, 0.8}) {
+                    const int pixel = static_cast<int>((middle + share * width) * 50);
+                    EXPECT_EQ(qGray(down ? image.pixel(0, pixel) : image.pixel(pixel, 0)) < 128,
+                              std::abs(share) < 0.5)
+                        << "line " << k << " at " << share;
+                }
+            }
         }
     }
 }
 
 TEST_F(PageOnPaper, EveryDigitStandsInItsPlaceAtItsSizeAndNoOtherIsThere) {
+    static const QRegularExpression word(
+        R"re(xMin="(.+)" yMin="(.+)" xMax="(.+)" yMax="(.+)">(.*)</word>)re");
     const PrintedGrid grid = MixedGrid();
     for (const bool landscape : {false, true}) {
-        const PageLayout page = Page(landscape ? "GridSize=60\n" : "", landscape);
-        Make(grid, page);
-        std::multiset<std::pair<int, int>> expected;  // cell; candidate, or 10 x value
-        for (int i = 0; i < 81; ++i) {
-            const PrintedCell& cell = grid.cells[static_cast<std::size_t>(i)];
-            if (cell.value != 0) expected.insert({i, cell.value * 10});
-            for (int d = 1; d <= 9; ++d) {
-                if (cell.candidates.test(static_cast<std::size_t>(d))) expected.insert({i, d});
-            }
+        const PageLayout page = Make(grid, landscape ? "GridSize=60\n" : "", landscape);
+        std::multiset<std::pair<int, int>> expected, found;  // cell; candidate, or 10 x value
+        for (int i = 0; i < 810; ++i) {
+            const PrintedCell& cell = grid.cells[static_cast<std::size_t>(i / 10)];
+            if (i % 10 == 0 && cell.value > 0) expected.insert({i / 10, cell.value * 10});
+            if (cell.candidates.test(static_cast<std::size_t>(i % 10))) expected.insert({i / 10, i % 10});
         }
-        std::multiset<std::pair<int, int>> found;
-        for (const auto& [text, box] : Words()) {
-            if (text == grid.caption && !box.intersects(page.grid)) continue;
-            const double side = page.grid.width() / 9;
-            const QPointF place = (box.center() - page.grid.topLeft()) / side;
-            const int cell = static_cast<int>(place.y()) * 9 + static_cast<int>(place.x());
-            const int digit = text.toInt();
+        const double side = (page.grid.width() - page.thickLine) / 9;
+        for (auto words = word.globalMatch(OutputOf("pdftotext", {"-bbox", file, "-"})); words.hasNext();) {
+            const auto next = words.next();
+            const auto at = [&](int i) { return next.captured(i).toDouble() * 25.4 / 72; };
+            const QRectF box(QPointF(at(1), at(2)), QPointF(at(3), at(4)));
+            const bool caption = next.captured(5) == grid.caption;
             const bool small = box.height() < side / 4;
-            found.insert({cell, small ? digit : digit * 10});
-            // A line of this font's text is 1.117 times as high as the font is large.
-            EXPECT_NEAR(box.height() / side, 1.117 * (small ? 1.0 / 12 : 0.8), small ? 0.002 : 0.02);
-            const QPointF third = (place - QPointF(cell % 9, cell / 9)) * 3;
-            EXPECT_EQ(static_cast<int>(third.x()), small ? (digit - 1) % 3 : 1) << cell << ": " << digit;
-            EXPECT_EQ(static_cast<int>(third.y()), small ? (digit - 1) / 3 : 1) << cell << ": " << digit;
+            const int digit = next.captured(5).toInt();
+            // In cells from the grid's corner; where digits stand in a cell: in the middle, or three by three
+            // with equal gaps. This font's line is 1.117 times as high as it is large, its 0 0.556 as wide.
+            const QPointF place =
+                (box.center() - page.grid.topLeft()) / side - QPointF(0.5, 0.5) * page.thickLine / side;
+            const int cell = static_cast<int>(place.y()) * 9 + static_cast<int>(place.x());
+            const double size = caption ? 3 / side : small ? 1.0 / 12 : 0.8;
+            EXPECT_NEAR(box.height() / side, 1.117 * size, small ? 0.002 : 0.02) << digit;
+            const QPointF step = (QPointF(1, 1) + QPointF(0.556, 1.117) * size) / 4;
+            const QPointF middle =
+                QPointF(cell % 9 + 0.5, cell / 9 + 0.5) +
+                (small ? QPointF(step.x() * ((digit - 1) % 3 - 1), step.y() * ((digit - 1) / 3 - 1))
+                       : QPointF());
+            const QPointF off = caption ? box.center() - page.footer.center() : place - middle;
+            EXPECT_LT(std::max(std::abs(off.x()), std::abs(off.y())), 0.03) << cell << ": " << digit;
+            if (!caption) found.insert({cell, small ? digit : digit * 10});
+            if (caption) expected.insert({-1, 0}), found.insert({-1, 0});
         }
+        EXPECT_TRUE(found.contains({-1, 0})) << "the caption";
         EXPECT_EQ(found, expected);
     }
 }
 
-TEST_F(PageOnPaper, InkIsTheColourTablesOrBlackOnWhite) {
-    PageInk ink;
-    ink.colors = {0xC0FFFF, 0, 0xFF0000, 0x0000FF, 0x008000, 0, 0xFF00FF};  // red in the low byte
-    const auto colors = [&] {
-        Make(MixedGrid(), Page("", false), ink);
-        const QImage image = Raster(300);
-        const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
-        return std::set<QRgb>(pixels, pixels + image.sizeInBytes() / 4);
-    };
-    const std::set<QRgb> found = colors();
-    for (const QRgb color : {0xFFFFFFC0, 0xFF0000FF, 0xFFFF0000, 0xFF008000, 0xFFFF00FF}) {
-        EXPECT_TRUE(found.contains(color)) << std::hex << color;
+TEST_F(PageOnPaper, EachKindOfDigitHasItsInkAndGivensAreHeavierInBlack) {
+    const ColorTable::Colors colors{0xC0FFFF, 0, 0xFF0000, 0x0000FF, 0x008000, 0, 0xFF00FF};  // red last
+    const QRgb paper = 0xFFFFFFC0, lines = 0xFF0000FF;
+    const std::pair<PrintedCell, QRgb> kinds[] = {
+        {{5, true, {}}, 0xFFFF0000}, {{5, false, {}}, 0xFF008000}, {{0, false, 1022}, 0xFFFF00FF}};
+    int blackDots[3] = {};
+    for (int i = 0; i < 6; ++i) {
+        const auto& [cell, ink] = kinds[i / 2];
+        PrintedGrid grid;
+        grid.cells.fill(cell);
+        Make(grid, "", false, {colors, i % 2 == 1});
+        const QImage image = Raster({"-r", "300", "-x", "500", "-y", "160", "-W", "600", "-H", "600"});
+        std::set<QRgb> found;
+        for (int dot = 0; dot < image.width() * image.height(); ++dot) {
+            found.insert(image.pixel(dot % image.width(), dot / image.width()));
+            blackDots[i / 2] += image.pixel(dot % image.width(), dot / image.width()) == 0xFF000000;
+        }
+        std::set<QRgb> expected = i % 2 == 1 ? std::set<QRgb>{} : std::set<QRgb>{paper, lines, ink};
+        for (const QRgb color : {paper, lines, kinds[0].second, kinds[1].second, kinds[2].second})
+            EXPECT_EQ(found.contains(color), expected.contains(color)) << std::hex << color << " in " << i;
     }
-    ink.blackAndWhite = true;
-    Make({}, Page("", false), ink);
-    EXPECT_EQ(Raster(100).pixelColor(200, 80), QColor(Qt::white));  // within the first cell
-    for (const QRgb color : colors()) EXPECT_EQ(color, qRgb(qRed(color), qRed(color), qRed(color)));
+    EXPECT_GT(blackDots[0], blackDots[1] * 6 / 5);
 }
 
 }  // namespace

@@ -2,104 +2,85 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <csignal>
 #include <sys/resource.h>
 
 #include "PrintingSupport.h"
-#include "support/QtSupport.h"
 
 namespace {
 
 class Print : public testing::Test {
   protected:
-    Print() { commands.Set("lpstat", "[ \"$1\" = -e ] && echo Bureau"); }
+    Print() { host.Set("lpstat", "[ \"$1\" = -e ] && echo Bureau"); }
 
-    // Answers the dialog with this printer, or cancels it without one.
-    static void On(const QString& printer) {
+    // Answers the dialog with this printer, or cancels it without one. True: no failure was reported.
+    bool On(const QString& printer) {
         InNextDialog([printer](QWidget& dialog) {
             auto& list = Child<QComboBox>(dialog, "cboPrinter");
             EXPECT_TRUE(QTest::qWaitFor([&] { return list.count() == 2; }));
             list.setCurrentText(printer);
-            const char* button = printer.isEmpty() ? "cmdCommands(0)" : "cmdCommands(1)";
-            Child<QPushButton>(dialog, button).click();
+            Child<QPushButton>(dialog, printer.isEmpty() ? "cmdCommands(0)" : "cmdCommands(1)").click();
         });
+        host.boxes.clear();
+        host.AnswerAlways(platform::MessageButton::Ok);
         Printing::PrintGrid(MixedGrid());
-    }
-    void ToFile(const std::string& path) {
-        host.ExpectFile(path);
-        On("Fichier PDF");
-    }
-    void ExpectFailure() {
-        ASSERT_EQ(host.boxes.size(), 1U);
+        if (host.boxes.empty()) return true;
         EXPECT_EQ(host.boxes.front().text, "Impossible d'initialiser l'imprimante.");
         EXPECT_EQ(host.boxes.front().style, 48);
+        return false;
     }
-    // A failed write leaves no file beside the target either.
-    std::vector<std::string> Files() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(host.folder / "out")) {
-            names.push_back(entry.path().filename().string());
-        }
-        return names;
+    bool ToFile(const std::string& path) {
+        host.ExpectFile(path);
+        return On("Fichier PDF");
+    }
+    static QString TextOf(const std::string& pdf) {
+        return OutputOf("pdftotext", {QString::fromStdString(pdf), "-"});
     }
 
-    ScriptedHost host;
-    PrintCommands commands{host};
-    bool made = std::filesystem::create_directory(host.folder / "out");
+    PrintingHost host;
     std::string target = host.PathOf("out/page.pdf");
+    bool made = std::filesystem::create_directory(host.folder / "out");
 };
 
 TEST_F(Print, AFileIsAskedForAndHoldsThePage) {
-    IniParamProcs::WriteIniParam("Files", "LastSaved", "/grilles");
-    ToFile(target);
-    ASSERT_EQ(host.questions.size(), 1U);
-    EXPECT_TRUE(host.questions.front().save);
-    EXPECT_EQ(host.questions.front().filter, "Fichiers PDF|*.pdf");
-    EXPECT_EQ(host.questions.front().folder, "/grilles");
-    EXPECT_EQ(host.questions.front().proposedName, "Été");
-    EXPECT_TRUE(host.boxes.empty());
-    EXPECT_TRUE(OutputOf("pdftotext", {QString::fromStdString(target), "-"}).contains("Été"));
+    Settings::Write(Settings::LastSaved, "/grilles");
+    EXPECT_TRUE(On({}));
+    EXPECT_TRUE(ToFile(""));
+    EXPECT_TRUE(std::filesystem::is_empty(host.folder / "out"));
+    EXPECT_TRUE(ToFile(target));
+    const platform::FileQuestion& question = host.questions.at(1);
+    EXPECT_TRUE(question.save);
+    EXPECT_EQ(question.filter + question.folder + question.proposedName, "Fichiers PDF|*.pdf/grillesÉté");
+    EXPECT_TRUE(TextOf(target).contains("Été"));
+    const QString facts = OutputOf("pdfinfo", {QString::fromStdString(target)});
+    EXPECT_TRUE(facts.contains(QRegularExpression("Title: *Été\nCreator: *Ninarix\n")))
+        << facts.toStdString();
 }
 
-TEST_F(Print, LeavingEitherQuestionWritesNothing) {
-    On({});
-    ToFile("");
-    EXPECT_TRUE(Files().empty());
-}
-
-TEST_F(Print, AFileThatCannotBeMadeIsReported) {
-    for (const char* place : {"missing/page.pdf", "out", "out/"}) {
-        host.boxes.clear();
-        host.Expect(platform::MessageButton::Ok);
-        ToFile(host.PathOf(place));
-        ExpectFailure();
-    }
-    EXPECT_TRUE(Files().empty());
-}
-
-TEST_F(Print, AFullDiskIsReportedAndTheOldFileStands) {
+TEST_F(Print, AFailureIsReportedAndTheOldFileStands) {
     ScriptedHost::WriteFile(target, "old");
-    host.Expect(platform::MessageButton::Ok);
+    for (const char* place : {"missing/page.pdf", "out", "out/"}) EXPECT_FALSE(ToFile(host.PathOf(place)));
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const rlimit full{2000, before.rlim_max};
     signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &full);
-    ToFile(target);
+    EXPECT_FALSE(ToFile(target)) << "the disk is full";
     setrlimit(RLIMIT_FSIZE, &before);
-    ExpectFailure();
     EXPECT_EQ(ScriptedHost::ReadFile(target), "old");
-    EXPECT_EQ(Files().size(), 1U);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(host.folder / "out"), {}), 1);
 }
 
 TEST_F(Print, APrinterGetsThePageUnderTheGridsNameAndMayRejectIt) {
-    commands.Set("lp", "echo \"$@\" >" + host.PathOf("call") + "; cat >" + target + "; exit 1");
-    host.Expect(platform::MessageButton::Ok);
-    On("Bureau");
-    EXPECT_TRUE(ScriptedHost::ReadFile(host.PathOf("call")).starts_with("-d Bureau -t Été "));
-    EXPECT_TRUE(OutputOf("pdftotext", {QString::fromStdString(target), "-"}).contains("Été"));
-    ExpectFailure();
+    for (const bool accepted : {true, false}) {
+        host.Set("lp",
+                 "echo \"$@\" >" + host.PathOf("call") + "; cat >" + target + (accepted ? "" : "; exit 1"));
+        EXPECT_EQ(On("Bureau"), accepted);
+        EXPECT_TRUE(ScriptedHost::ReadFile(host.PathOf("call")).starts_with("-d Bureau -t Été "));
+        EXPECT_TRUE(TextOf(target).contains("Été"));
+    }
 }
 
 }  // namespace
