@@ -25,6 +25,18 @@ inline void Leave(QDialog& dialog, int way) {
     EXPECT_FALSE(dialog.isVisible());
 }
 
+// Every part of a window has room of its own in it.
+inline void ExpectLaidOut(const QWidget& window) {
+    QRegion taken;
+    for (const auto* part : window.findChildren<QWidget*>()) {
+        if (!part->isVisible() || !part->findChildren<QWidget*>().empty()) continue;
+        const QRect place(part->mapTo(&window, QPoint()), part->size());
+        EXPECT_TRUE(window.rect().contains(place)) << part->objectName().toStdString();
+        EXPECT_FALSE(taken.intersects(place)) << part->objectName().toStdString();
+        taken += place;
+    }
+}
+
 inline std::string Stored(std::string_view key, std::string_view section = "Options") {
     return IniParamProcs::ReadIniParam(section, key, "missing");
 }

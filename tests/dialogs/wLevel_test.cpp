@@ -1,57 +1,53 @@
 #include "settings/dialogs/wLevel.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <memory>
 
 #include "DialogSupport.h"
-#include "settings/Levels.h"
 #include "settings/dialogs/wOptions.h"
 
 namespace {
 
-std::unique_ptr<QDialog> Dialog(bool options) {
-    if (!options) return std::make_unique<wLevel>(nullptr);
-    auto dialog = std::make_unique<wOptions>(nullptr);
-    Child<QTabWidget>(*dialog, "tbsOnglets").setCurrentIndex(3);
-    return dialog;
-}
-
-// "Débutant Facile Moyen* Difficile": from top to bottom, the chosen one marked.
-std::string Shown(QDialog& dialog) {
+// Which levels a dialog shows, from top to bottom, the chosen one marked; "Ok" after another was chosen.
+template <class Dialog>
+std::string Chosen(int value) {
+    Dialog dialog(nullptr);
     dialog.show();
-    std::map<int, std::string> shown;
-    for (const auto* option : dialog.findChildren<QRadioButton*>()) {
-        EXPECT_TRUE(option->isVisible());
-        shown[option->mapTo(&dialog, QPoint()).y()] =
-            option->text().toStdString() + (option->isChecked() ? "* " : " ");
+    for (auto* tabs : dialog.template findChildren<QTabWidget*>()) tabs->setCurrentIndex(3);
+    std::map<int, QString> shown;
+    for (auto* option : dialog.template findChildren<QRadioButton*>()) {
+        const int top = option->mapTo(&dialog, QPoint()).y();
+        if (option->isVisible()) shown[top] = option->text() + (option->isChecked() ? "* " : " ");
     }
+    for (auto* option :
+         dialog.template findChildren<QRadioButton*>(QStringLiteral("optLevelValue(%1)").arg(value))) {
+        QTest::mouseClick(option, Qt::LeftButton, {}, {5, 5});
+    }
+    Press(dialog, 1);
     std::string all;
-    for (const auto& [y, text] : shown) all += text;
+    for (const auto& [top, text] : shown) all += text.toStdString();
     return all;
 }
 
-TEST(LevelChoice, BothDialogsShowTheLevelsAndStoreTheChosenOne) {
+template <class Dialog>
+void ExpectLevels() {
     const ScriptedHost host;
-    for (const bool options : {false, true}) {
-        for (const Settings::Level& level : Settings::Levels) {
-            std::filesystem::remove(IniParamProcs::IniFilePath());
-            const auto dialog = Dialog(options);
-            EXPECT_EQ(Shown(*dialog), "Débutant Facile Moyen* Difficile ");
-            QTest::mouseClick(
-                &Child<QRadioButton>(*dialog, QStringLiteral("optLevelValue(%1)").arg(level.value)),
-                Qt::LeftButton, {}, {5, 5});
-            Press(*dialog, 1);
-            EXPECT_EQ(Stored("LevelValue"), std::to_string(level.value));
-            EXPECT_NE(Shown(*Dialog(options)).find(std::string(level.caption) + "*"), std::string::npos);
-        }
-        Settings::Write(Settings::LevelValue, 8);
-        const auto dialog = Dialog(options);
-        EXPECT_EQ(Shown(*dialog), "Débutant Facile Moyen Difficile ");
-        Press(*dialog, 1);
-        EXPECT_EQ(Stored("LevelValue"), "8");
+    EXPECT_EQ(Chosen<Dialog>(4), "Débutant Facile Moyen* Difficile ");
+    for (const auto& [value, caption] :
+         {std::pair{7, "Difficile*"}, {6, "Débutant*"}, {5, "Facile*"}, {4, "Moyen*"}}) {
+        EXPECT_NE(Chosen<Dialog>(value).find(caption), std::string::npos);
+        EXPECT_EQ(Stored("LevelValue"), std::to_string(value));
     }
+    Settings::Write(Settings::LevelValue, 8);
+    EXPECT_EQ(Chosen<Dialog>(0), "Débutant Facile Moyen Difficile ");
+    EXPECT_EQ(Stored("LevelValue"), "8");
+}
+
+TEST(LevelChoice, BothDialogsShowTheLevelsAndStoreTheChosenOne) {
+    ExpectLevels<wLevel>();
+    ExpectLevels<wOptions>();
 }
 
 TEST(LevelDialog, OnlyOkWritesAndAccepts) {
@@ -62,12 +58,14 @@ TEST(LevelDialog, OnlyOkWritesAndAccepts) {
         EXPECT_EQ(dialog.focusWidget(), &Child<QRadioButton>(dialog, "optLevelValue(5)"));
         auto& never = Child<QCheckBox>(dialog, "chkLevelAsk");
         EXPECT_FALSE(never.isChecked());
+        ExpectLaidOut(dialog);
         QTest::mouseClick(&never, Qt::LeftButton, {}, {5, 5});
         EXPECT_FALSE(dialog.Accepted());
         way == 3 ? Press(dialog, 1) : Leave(dialog, way);
         EXPECT_EQ(dialog.Accepted(), way == 3);
         EXPECT_EQ(Stored("LevelAsk") + Stored("LevelValue"), way == 3 ? "15" : "missingmissing");
     }
+    EXPECT_EQ(Child<QLabel>(wLevel(nullptr), {}).text(), "Niveau de difficulté :");
     EXPECT_TRUE(Child<QCheckBox>(wLevel(nullptr), "chkLevelAsk").isChecked());
 }
 

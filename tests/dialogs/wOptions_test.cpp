@@ -2,83 +2,88 @@
 
 #include <QCheckBox>
 #include <QClipboard>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMetaProperty>
+#include <QRegularExpression>
 #include <QTabWidget>
 
 #include "DialogSupport.h"
 #include "settings/ColorTable.h"
+#include "settings/dialogs/WrappedCheckBox.h"
 
 namespace {
 
-using Colours = platform::ColourDialogs::CustomColours;
-
 class OptionsDialog : public testing::Test {
   protected:
-    static std::string FileBytes() { return ScriptedHost::ReadFile(IniParamProcs::IniFilePath()); }
+    static std::string FileText() { return ScriptedHost::ReadFile(IniParamProcs::IniFilePath()); }
     static void ShowPage(wOptions& dialog, int page) {
         dialog.show();
         Child<QTabWidget>(dialog, "tbsOnglets").setCurrentIndex(page - 1);
     }
-    // What the user sees in a field, as it is stored.
-    static std::string Shown(const wOptions& dialog, const char* name) {
+    // What the user enters and sees in a field: true, a text, the text of a list.
+    static const char* Entry(const QWidget& field) { return field.metaObject()->userProperty().name(); }
+    static std::string Shown(wOptions& dialog, int page, const char* name) {
+        ShowPage(dialog, page);
         const auto& field = Child<QWidget>(dialog, name);
         EXPECT_TRUE(field.isVisible()) << name;
-        if (auto* box = qobject_cast<const QCheckBox*>(&field)) return box->isChecked() ? "1" : "0";
-        if (auto* list = qobject_cast<const QComboBox*>(&field))
-            return std::to_string(list->currentText().toInt() / 10 - 1);
-        return dynamic_cast<const QLineEdit&>(field).text().toStdString();
-    }
-    static void Enter(const wOptions& dialog, const char* name, const char* text) {
-        auto& field = Child<QWidget>(dialog, name);
-        if (auto* box = qobject_cast<QCheckBox*>(&field)) return box->click();
-        if (auto* list = qobject_cast<QComboBox*>(&field)) return list->setCurrentIndex(std::stoi(text));
-        dynamic_cast<QLineEdit&>(field).setText(text);
-    }
-    void AnswerColour(std::optional<std::uint32_t> colour) {
-        host.onChooseColour = [colour](std::uint32_t, Colours&) { return colour; };
+        return field.property(Entry(field)).toString().toStdString();
     }
 
     ScriptedHost host;
 };
 
-const struct {
-    int page;
-    const char *field, *key, *other;
-} fields[] = {
-    {1, "chkNoSplash", "NoSplash", "1"},       {1, "chkLinesWidth", "LinesWidth", "1"},
-    {1, "chkConfigOnNew", "ConfigOnNew", "0"}, {3, "txtMarginLeft", "MarginLeft", "x"},
-    {3, "txtMarginTop", "MarginTop", "12.25"}, {3, "txtGridSize", "GridSize", "99,5 mm"},
-    {4, "chkLevelAsk", "LevelAsk", "1"},       {4, "cboResolLoop", "ResolLoop", "8"},
-};
-
-TEST_F(OptionsDialog, EachFieldBelongsToItsKeyAndStartsWithItsDefault) {
+TEST_F(OptionsDialog, EachFieldBelongsToItsKeyAndOnlyOkWrites) {
     wOptions first(nullptr);
     first.chkColorChanged().setChecked(true);
+    for (const int way : {0, 1, 2}) Leave(first, way);
+    EXPECT_EQ(FileText(), "");
     first.cmdCommands_Click(1);
     Settings::ForEach([](const auto& row) {
         const bool here = row.section == "Options" && row.key != "NoAutoMasks" && row.key != "GridHelpNone";
         EXPECT_EQ(Settings::IsMissing(row), !here) << row.key;
     });
-    const std::string defaults = FileBytes();
-    for (const auto& [page, field, key, other] : fields) {
-        ScriptedHost::WriteFile(IniParamProcs::IniFilePath(), "");
+    const QString defaults = QString::fromStdString(FileText());
+    const struct {
+        int page;
+        const char *field, *key, *first, *other, *stored;
+    } fields[] = {
+        {1, "chkNoSplash", "NoSplash", "false", "true", "1"},
+        {1, "chkLinesWidth", "LinesWidth", "false", "true", "1"},
+        {1, "chkConfigOnNew", "ConfigOnNew", "true", "false", "0"},
+        {3, "txtMarginLeft", "MarginLeft", "45", "x", "x"},
+        {3, "txtMarginTop", "MarginTop", "15", "12.25", "12.25"},
+        {3, "txtGridSize", "GridSize", "120", "99,5 mm", "99,5 mm"},
+        {4, "chkLevelAsk", "LevelAsk", "false", "true", "1"},
+        {4, "cboResolLoop", "ResolLoop", "10", "90", "8"},
+    };
+    for (const auto& [page, name, key, byDefault, other, stored] : fields) {
+        std::filesystem::remove(IniParamProcs::IniFilePath());
         wOptions dialog(nullptr);
-        ShowPage(dialog, page);
-        const std::string line = std::string(key) + "=" + Shown(dialog, field) + "\r\n";
-        ASSERT_NE(defaults.find(line), std::string::npos) << line;
-        Enter(dialog, field, other);
+        EXPECT_EQ(Shown(dialog, page, name), byDefault) << name;
+        auto& field = Child<QWidget>(dialog, name);
+        field.setProperty(Entry(field), other);
         dialog.chkColorChanged().setChecked(true);
         Press(dialog, 1);
-        std::string expected = defaults;
-        expected.replace(defaults.find(line), line.size(), std::string(key) + "=" + other + "\r\n");
-        EXPECT_EQ(FileBytes(), expected);
+        QString expected = defaults;
+        expected.replace(QRegularExpression(key + QStringLiteral("=[^\r]*")),
+                         key + QStringLiteral("=") + stored);
+        EXPECT_EQ(FileText(), expected.toStdString());
         wOptions again(nullptr);
-        ShowPage(again, page);
-        EXPECT_EQ(Shown(again, field), other);
+        EXPECT_EQ(Shown(again, page, name), other);
+    }
+    std::filesystem::remove(IniParamProcs::IniFilePath());
+    wOptions(nullptr).cmdCommands_Click(1);
+    EXPECT_EQ(Stored("Color_0") + Stored("GridSize"), "missing120")
+        << "colours that nobody changed are written";
+    for (const char* wrong : {"12", "-1", "abc", "9"}) {
+        IniParamProcs::WriteIniParam("Options", "ResolLoop", wrong);
+        wOptions dialog(nullptr);
+        EXPECT_EQ(Shown(dialog, 4, "cboResolLoop"), "10") << wrong;
+        Press(dialog, 1);
+        EXPECT_EQ(Stored("ResolLoop"), "0") << wrong;
     }
 }
 
@@ -92,61 +97,58 @@ TEST_F(OptionsDialog, EachSwatchShowsItsColourAndChangesItWithOk) {
         int announcements = 0;
         QObject::connect(&dialog, &wOptions::ColorsChanged, [&] { ++announcements; });
         const auto& grid = dynamic_cast<const QGridLayout&>(*Child<QFrame>(dialog, "frmPages(2)").layout());
-        const auto at = [&](int column) {
-            return grid.itemAtPosition(static_cast<int>(line), column)->widget();
-        };
-        EXPECT_EQ(dynamic_cast<const QLabel&>(*at(1)).text().toStdString(), row.label);
-        EXPECT_EQ(at(0)->accessibleName().toStdString(), row.label);
-        const auto shown = [&] { return at(0)->grab().toImage().pixelColor(20, 12); };
-        EXPECT_EQ(shown(), QColor(0x10, 0xCC, 0));
-        // Neither the same colour nor a cancelled chooser is a change.
-        for (const auto& answer : {std::optional<std::uint32_t>(0x00CC10), std::optional<std::uint32_t>()}) {
-            AnswerColour(answer);
-            QTest::mouseClick(at(0), Qt::LeftButton);
+        auto* swatch = grid.itemAtPosition(static_cast<int>(line), 0)->widget();
+        const auto& label =
+            dynamic_cast<const QLabel&>(*grid.itemAtPosition(static_cast<int>(line), 1)->widget());
+        EXPECT_EQ(label.text().toStdString(), row.label);
+        EXPECT_EQ(swatch->accessibleName(), label.text());
+        // A cancelled chooser or the same colour is no change.
+        for (const int chosen : {-1, 0x00CC10, 0}) {
             EXPECT_FALSE(dialog.chkColorChanged().isChecked());
+            EXPECT_EQ(swatch->grab().toImage().pixelColor(20, 12), QColor(0x10, 0xCC, 0));
+            host.onChooseColour = [&](std::uint32_t initial, auto&) -> std::optional<std::uint32_t> {
+                EXPECT_EQ(initial, 0x00CC10U);
+                return chosen < 0 ? std::nullopt : std::optional(static_cast<std::uint32_t>(chosen));
+            };
+            QTest::mouseClick(swatch, Qt::LeftButton);
         }
-        AnswerColour(0x2000DD);
-        QTest::mouseClick(at(0), Qt::LeftButton);
-        EXPECT_EQ(shown(), QColor(0xDD, 0, 0x20));
-        EXPECT_EQ(Stored(row.key), "52240");
-        EXPECT_EQ(announcements, 0);
+        EXPECT_EQ(swatch->grab().toImage().pixelColor(20, 12), Qt::black);
+        for (const QPoint& corner : {QPoint(0, 0), QPoint(55, 23)})
+            EXPECT_NE(swatch->grab().toImage().pixelColor(corner), Qt::black) << "it has no frame";
+        EXPECT_EQ(Stored(row.key) + std::to_string(announcements), "522400");
         Press(dialog, 1);
-        EXPECT_EQ(announcements, 1);
-        EXPECT_EQ(Stored(row.key), "2097373");
+        EXPECT_EQ(Stored(row.key) + std::to_string(announcements), "01");
         ColorTable::Colors expected = ColorTable::Defaults;
-        expected[row.Index()] = 0x2000DD;
+        expected[row.Index()] = 0;
         EXPECT_EQ(ColorTable::Shared(), expected);
     }
 }
 
-TEST_F(OptionsDialog, WithoutOkNothingIsWrittenAndWithoutANewColourNoColour) {
-    ColorTable::Shared() = ColorTable::Defaults;
-    for (const int way : {0, 1, 2}) {
-        wOptions dialog(nullptr);
-        dialog.chkColorChanged().setChecked(true);
-        Leave(dialog, way);
-        EXPECT_EQ(FileBytes(), "");
-    }
-    wOptions dialog(nullptr);
-    Press(dialog, 1);
-    EXPECT_EQ(Stored("Color_0") + Stored("GridSize"), "missing120");
-}
-
-TEST_F(OptionsDialog, AWrongNumberOfAttemptsIsHealedByOk) {
-    for (const char* wrong : {"12", "-1", "abc", "9"}) {
-        IniParamProcs::WriteIniParam("Options", "ResolLoop", wrong);
-        wOptions dialog(nullptr);
-        EXPECT_EQ(Child<QComboBox>(dialog, "cboResolLoop").currentText(), "10") << wrong;
-        Press(dialog, 1);
-        EXPECT_EQ(Stored("ResolLoop"), "0") << wrong;
+TEST_F(OptionsDialog, ALongCaptionIsWrappedAndNeverCut) {
+    WrappedCheckBox box("Un deux trois quatre cinq six sept huit neuf dix onze douze treize", nullptr);
+    for (const int width : {170, 300, 900}) {
+        box.resize(width, box.heightForWidth(width));
+        const QImage image = box.grab().toImage();
+        QRect ink;
+        for (int i = 0; i < image.width() * image.height(); ++i) {
+            const QPoint dot(i % image.width(), i / image.width());
+            if (image.pixelColor(dot).lightness() < 100 && dot.x() > 20) ink |= QRect(dot, dot);
+        }
+        const int line = box.fontMetrics().lineSpacing();
+        EXPECT_NEAR(ink.bottom() + box.fontMetrics().descent(), image.height() - 3, 2) << width;
+        EXPECT_NEAR(ink.height(), image.height() - 4, line / 2) << width;
+        EXPECT_LT(ink.right(), image.width() - 1);
+        EXPECT_EQ(image.height() > line + 8, width < 900);
     }
 }
 
 TEST_F(OptionsDialog, LayoutFieldsTakeTypedDigitsOnlyAndNoBackspace) {
     wOptions dialog(nullptr);
     ShowPage(dialog, 3);
+    QGuiApplication::clipboard()->setText(QStringLiteral("2,5"));
     for (const char* name : {"txtMarginLeft", "txtMarginTop", "txtGridSize"}) {
         auto& field = Child<QLineEdit>(dialog, name);
+        field.setFocus();
         field.setText(QString());
         QTest::keyClicks(&field, QStringLiteral("09a.,-/: "));
         QTest::keyClick(&field, Qt::Key_Backspace);
@@ -154,12 +156,10 @@ TEST_F(OptionsDialog, LayoutFieldsTakeTypedDigitsOnlyAndNoBackspace) {
         EXPECT_EQ(field.text(), "09") << name;
         QTest::keyClick(&field, Qt::Key_Left);
         QTest::keyClick(&field, Qt::Key_Delete);
-        QGuiApplication::clipboard()->setText(QStringLiteral("2,5"));
         QTest::keyClick(&field, Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(field.text(), "02,5") << name;
-        const QWidget* before = dialog.focusWidget();
         QTest::keyClick(&field, Qt::Key_Tab);
-        EXPECT_NE(dialog.focusWidget(), before) << name;
+        EXPECT_NE(dialog.focusWidget(), &field);
     }
     QTest::keyClick(&Child<QLineEdit>(dialog, "txtGridSize"), Qt::Key_Return);
     EXPECT_EQ(Stored("GridSize"), "02,5");
@@ -169,21 +169,21 @@ TEST_F(OptionsDialog, EveryTabShowsItsPageAndF1ItsTopic) {
     host.HelpFile("help.chm");
     wOptions dialog(nullptr);
     dialog.show();
-    const auto& tabs = Child<QTabWidget>(dialog, "tbsOnglets");
-    EXPECT_EQ(tabs.count(), 4);
-    for (int i = 0; i < 4; ++i) {
-        const char* captions[] = {"Divers", "Couleurs", "Impression", "Niveau"};
-        EXPECT_EQ(tabs.tabText(i), captions[i]);
-        if (i > 0) ShowPage(dialog, i + 1);
+    auto& tabs = Child<QTabWidget>(dialog, "tbsOnglets");
+    std::string seen;
+    for (int i = 0; i < tabs.count(); tabs.setCurrentIndex(++i)) {
+        seen += tabs.tabText(i).toStdString();
+        ExpectLaidOut(dialog);
         QTest::keyClick(&dialog, Qt::Key_F1);
-        EXPECT_EQ(host.helpCalls.back(), "topic help.chm " + std::to_string(210 + 10 * i));
-        for (int page = 0; page <= 4; ++page) {
-            const auto& frame = Child<QFrame>(dialog, QStringLiteral("frmPages(%1)").arg(page));
-            EXPECT_EQ(frame.isVisible(), page == i + 1) << "page " << page << " on tab " << i;
-        }
+        for (int page = 0; page <= 4; ++page)
+            if (Child<QFrame>(dialog, QStringLiteral("frmPages(%1)").arg(page)).isVisible())
+                seen += std::to_string(page);
     }
+    EXPECT_EQ(seen, "Divers1Couleurs2Impression3Niveau4");
     QTest::keyClick(&dialog, Qt::Key_F2);
-    EXPECT_EQ(host.helpCalls.size(), 4U);
+    const std::string help = "topic help.chm ";
+    EXPECT_EQ(host.helpCalls,
+              std::vector<std::string>({help + "210", help + "220", help + "230", help + "240"}));
 }
 
 }  // namespace

@@ -14,4 +14,10 @@ TEST(FilesPaths, SplitsAtBothSeparators) {
         EXPECT_EQ(FilesPaths::FolderOf(path), folder) << path;
         EXPECT_EQ(FilesPaths::NameOf(path), name) << path;
     }
+    ScriptedHost host;
+    host.fileAnswers = {"/o", "/s"};
+    EXPECT_EQ(FilesPaths::AskOpenFile("/a"), "/o");
+    EXPECT_EQ(FilesPaths::AskSaveFile("/b", "c"), "/s");
+    EXPECT_EQ(host.questions[0].folder + host.questions[1].folder + host.questions[1].proposedName, "/a/bc");
+    EXPECT_TRUE(!host.questions[0].save && host.questions[1].save);
 }
