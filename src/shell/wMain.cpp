@@ -162,7 +162,6 @@ void wMain::ShowDocumentWindow(std::unique_ptr<GridDocument> document) {
     KeepCloseShortcut(*window);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
     MDIForm_Resize();
-    grid->show();
     window->show();
     area_->setActiveSubWindow(window);
     GridActivated(window);

@@ -115,12 +115,12 @@ TEST_F(Document, ACopyHasTheCellsAlone) {
     document.Path("C:\\Jeux\\Facile.2.nx3");
     EXPECT_EQ(document.Caption(), "Facile.2");
     Set(document, 1, "5|1|0");
-    Set(document, 2, "0|0|1022");
+    Set(document, 81, "0|0|1022");
     GridDocument copy;
     copy.EnterValue(3, 9, play);
     copy.CopyFrom(document);
-    EXPECT_EQ(StateText(copy, 1) + " " + StateText(copy, 2) + " " + StateText(copy, 3),
-              "5|1|0 0|0|1022 0|0|0");
+    EXPECT_EQ(StateText(copy, 1) + " " + StateText(copy, 3) + " " + StateText(copy, 81),
+              "5|1|0 0|0|0 0|0|1022");
     EXPECT_FALSE(copy.Grid().Cells(9)->Avail(5));
     EXPECT_EQ(copy.Path() + copy.Caption(), "");
     copy.EnterValue(1, 6, initialisation);

@@ -139,6 +139,7 @@ TEST_F(Commands, NewGridsNeverReuseANumberAndBeginInInitialisationMode) {
     for (int n = 0; n < 2; ++n) {
         Run("mnuFileNew");
         EXPECT_TRUE(main->InitialisationMode());
+        EXPECT_EQ(Active().focusWidget(), &Active().ctrlCells(1));
     }
     Run("mnuFileClose");
     Run("mnuFileClose");

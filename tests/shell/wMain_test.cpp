@@ -61,7 +61,9 @@ TEST_F(StartUp, TheSplashIsClosedByItsTimerTheAboutBoxByItsReader) {
     EXPECT_TRUE(SplashShown());
     const QPoint middle = main->screen()->availableGeometry().center();
     EXPECT_LE((splash->geometry().center() - middle).manhattanLength(), 2);
-    EXPECT_EQ(Child<QLabel>(*splash, "lblVersion").text(), "12.34");
+    const auto& version = Child<QLabel>(*splash, "lblVersion");
+    EXPECT_EQ(version.text(), "12.34");
+    EXPECT_TRUE(splash->rect().contains(version.geometry()));
     splash->tmrClose().setInterval(0);
     splash->tmrClose().start();
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
