@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -9,24 +10,22 @@ namespace {
 TEST(Layout, CellsCoverEveryPixelOnceAndRunRowByRow) {
     for (const QSize area : {QSize(180, 180), QSize(181, 199), QSize(640, 477), QSize(1003, 333)}) {
         std::vector<int> cellAt(static_cast<std::size_t>(area.width() * area.height()));
+        const auto at = [&](int x, int y) -> int& {
+            return cellAt[static_cast<std::size_t>(y * area.width() + x)];
+        };
         for (int i = 1; i <= 81; ++i) {
             const QRect place = GridLayout::CellPlace(i, area);
             ASSERT_TRUE(QRect(QPoint(0, 0), area).contains(place)) << i;
-            for (int y = place.top(); y <= place.bottom(); ++y) {
-                for (int x = place.left(); x <= place.right(); ++x) {
-                    int& cell = cellAt[static_cast<std::size_t>(y * area.width() + x)];
-                    EXPECT_EQ(cell, 0) << i;
-                    cell = i;
-                }
+            for (int n = 0; n < place.width() * place.height(); ++n) {
+                int& cell = at(place.left() + n % place.width(), place.top() + n / place.width());
+                EXPECT_EQ(std::exchange(cell, i), 0);
             }
         }
-        // The middle of every ninth of a side belongs to its cell, and no pixel to none.
-        for (int i = 1; i <= 81; ++i) {
-            const int x = area.width() * (2 * ((i - 1) % 9) + 1) / 18;
-            const int y = area.height() * (2 * ((i - 1) / 9) + 1) / 18;
-            EXPECT_EQ(cellAt[static_cast<std::size_t>(y * area.width() + x)], i);
-        }
         EXPECT_EQ(std::count(cellAt.begin(), cellAt.end(), 0), 0);
+        for (int i = 0; i < 81; ++i) {
+            EXPECT_EQ(at(area.width() * (2 * (i % 9) + 1) / 18, area.height() * (2 * (i / 9) + 1) / 18),
+                      i + 1);
+        }
     }
 }
 

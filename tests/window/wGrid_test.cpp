@@ -288,29 +288,24 @@ TEST_F(Grid, ARunShowsItsProgressAndRefusesEverythingElse) {
     EXPECT_FALSE(OpenGrid(grid)->Closed());
 }
 
-TEST_F(Grid, ACancelledSolveAsksNothingAndLeavesTheGivens) {
+TEST_F(Grid, ACancelledSolveLeavesTheGivensAndReinitAsksFirst) {
     // No two givens clash, but no digit is left for cell 1.
     for (int i = 2; i <= 9; ++i) Set(i, std::to_string(i - 1) + "|1|0");
     Set(28, "9|1|0");
-    Set(81, "5|0|0");
+    Set(81, "5|0|36");
+    host.Expect(MessageButton::Cancel);
+    grid->Reinit();
+    EXPECT_EQ(State(81), "5|0|36");
+    EXPECT_EQ(LastBox(),
+              "Attention, vous allez rétablir cette grille à son état initial.\r\nÊtes-vous sûr ?");
+    EXPECT_EQ(host.boxes.back().style, 305);
     host.onYield = [this] { Child<wCancel>(*grid, "wCancel").cmdCancel_Click(); };
     grid->SolveGrid();
-    EXPECT_TRUE(host.boxes.empty());
-    EXPECT_EQ(State(2) + " " + State(28) + " " + State(81), "1|1|0 9|1|0 0|0|0");
-}
-
-TEST_F(Grid, ReinitAsksFirst) {
-    Set(2, "6|0|36");
-    for (const auto& [answer, state] :
-         {std::pair{MessageButton::Cancel, "6|0|36"}, {MessageButton::Ok, "0|0|0"}}) {
-        host.Expect(answer);
-        grid->Reinit();
-        EXPECT_EQ(State(2), state);
-        EXPECT_EQ(LastBox(),
-                  "Attention, vous allez rétablir cette grille à son état initial.\r\nÊtes-vous sûr ?");
-        EXPECT_EQ(host.boxes.back().style, 305);
-    }
-    EXPECT_TRUE(grid->ctrlCells(3).lblMask(6).visible);
+    EXPECT_EQ(State(2) + " " + State(28) + " " + State(81), "1|1|0 9|1|0 0|0|36");
+    host.Expect(MessageButton::Ok);
+    grid->Reinit();
+    EXPECT_EQ(State(2) + " " + State(81), "1|1|0 0|0|0");
+    EXPECT_TRUE(grid->ctrlCells(81).lblMask(2).visible);
 }
 
 // ---- Saving and closing.
