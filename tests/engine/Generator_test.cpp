@@ -25,7 +25,8 @@ struct GeneratorTest : RunTest {
 }  // namespace
 
 // Faults: a grid that is no Sudoku, a level counted wrongly at its ends, a choice that never ends, a setting
-// that writes beside a pool, a rejected choice that spoils the next ones (hardly any is accepted then).
+// that writes beside a pool, a choice accepted unseen, a rejected one that spoils the next ones (hardly any
+// is accepted then).
 TEST_F(GeneratorTest, GridsAreSoundAndGivensFollowTheLevelAnUnknownOneBeingMedium) {
     const std::pair<int, int> levels[] = {{4, 4}, {7, 7}, {2, 2}, {9, 9}, {1, 5}, {10, 5}, {32767, 5}};
     for (const auto& [setting, level] : levels) {
@@ -42,7 +43,9 @@ TEST_F(GeneratorTest, GridsAreSoundAndGivensFollowTheLevelAnUnknownOneBeingMediu
         EXPECT_EQ(*counts.begin(), most - 8) << setting;
         // Nearly full boxes often need a new choice, and then seldom get the highest number.
         EXPECT_TRUE(*counts.rbegin() == most || (level == 9 && *counts.rbegin() < most)) << setting;
-        EXPECT_LT(std::count(window.bar.begin(), window.bar.end(), 0.0), 50 * 120) << setting;
+        // So few givens seldom lead back to the solution.
+        const auto tries = std::count(window.bar.begin(), window.bar.end(), 0.0);
+        EXPECT_TRUE(tries < 50 * 120 && (level != 4 || tries > 50 * 4)) << setting << " " << tries;
     }
 }
 

@@ -69,7 +69,8 @@ TEST_F(SearchTest, TheUserIsAskedAfterAsManyAttemptsAsTheSettingSays) {
     for (const double percent : window.bar) EXPECT_TRUE(percent >= 0 && percent <= 100);
 }
 
-// Faults: a cancel that is missed, taken for a refusal, or kept for the next time.
+// Faults: a cancel that is missed, taken for a refusal, or kept for the next time; a solution not handed
+// over.
 TEST_F(SearchTest, AHiddenWindowEndsTheRunBeforeTheNextAttempt) {
     for (const int visibleFor : {0, 1, 8}) {
         window.bar.clear();
@@ -80,4 +81,6 @@ TEST_F(SearchTest, AHiddenWindowEndsTheRunBeforeTheNextAttempt) {
     window.visibleFor = 99;
     host.Expect(MessageButton::No);
     EXPECT_EQ(Attempts(false), 20);
+    Puzzle(easyPuzzle);
+    EXPECT_TRUE(run.SolveFromRanges() && Solves(TextOf(puzzle), TextOf(working)));
 }

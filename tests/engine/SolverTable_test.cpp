@@ -13,10 +13,9 @@ namespace {
 struct PlainTable : GridShape {
     using Unit = int (*)(int);  // of a cell
     using Numbers = std::set<int>;
-    int value[82]{};
+    int value[82]{}, passes = 0;
     std::vector<Numbers> candidates = std::vector(82, Numbers{1, 2, 3, 4, 5, 6, 7, 8, 9});
     Numbers placed[10];  // in a box
-    int passes = 0;
 
     void Exclude(Unit unitOf, int unit, int digit) {
         for (const int cell : Places(unitOf, unit, digit)) candidates[cell].erase(digit);

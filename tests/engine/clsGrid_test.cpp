@@ -115,7 +115,6 @@ TEST_F(GridTest, AGeneratedGridReplacesEverythingAndADeclinedOneNothing) {
     EXPECT_EQ(Text(true), boxesClash);
 
     host.AnswerAlways(MessageButton::Yes);
-    EXPECT_TRUE(grid.CreateGrid(&window) && grid.Solved() && !window.bar.empty());
+    EXPECT_TRUE(grid.CreateGrid(&window) && grid.Solved() && !window.bar.empty() && Text() != Text(true));
     EXPECT_TRUE(Solves(Text(), Text(true)) && !grid.Cells(1)->Avail(grid.Cells(2)->Value()));
-    EXPECT_NE(Text(), Text(true));
 }
