@@ -66,10 +66,11 @@ TEST_F(GeneratorTest, AStoppedAttemptIsNoSolutionAndACancelNoFailure) {
 // of the random draws sees it here, and writes down the new texts once the change is meant. Whether a text is
 // right is judged by the rules alone.
 TEST_F(GeneratorTest, OneSeedStillMakesTheSameGrids) {
+    host.seed = 10;  // the first attempt is a dead end, so that the boxes are drawn twice
     ASSERT_TRUE(run.CreateGrid());
     EXPECT_EQ(TextOf(working),
-              "826735914341629875795148362489312756562487139173596428217864593958273641634951287");
+              "317296584984517623256384791192873456568149372743652918471938265635721849829465137");
     EXPECT_EQ(TextOf(puzzle),
-              "020030000340020875005140060009010056002087009073090020010064090058073601004000080");
+              "010200004080500600206304790102003006508109072000600008470030000030700000800405000");
     CountGivens(5);
 }

@@ -117,14 +117,13 @@ TEST_F(SolverTable, AndItsAttemptsAgreeWithPlainScans) {
         }
         plain.ExpectEngineToAgree();
         // Readings at 10, 20, ... seconds: the limit, set at the first, has passed at the eighth.
-        const bool slow = round % 3 == 0;
-        host.stepPerReading = std::chrono::seconds(slow ? 10 : 0);
+        host.stepPerReading = std::chrono::seconds(round % 3 == 0 ? 10 : 0);
         host.yields = 0;
         Reseed(round);
         const bool ended = run.SolveAttempt();
         const float next = NextRandom();
         Reseed(round);
-        ASSERT_EQ(ended, plain.Attempt(slow ? 7 : 0)) << round;
+        ASSERT_EQ(ended, plain.Attempt(round % 3 == 0 ? 7 : 0)) << round;
         ASSERT_EQ(std::tuple(next, host.yields), std::tuple(NextRandom(), plain.passes)) << round;
         plain.ExpectEngineToAgree();
         ends.emplace(ended, HasEmptyCell());
