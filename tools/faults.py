@@ -196,7 +196,7 @@ class Source:
         return parts
 
     def _swaps(self, opening: int) -> Iterator[tuple[str, int, int, tuple[str, ...]]]:
-        if self.tokens[opening - 1].text in NOT_A_CALL:
+        if self.tokens[opening - 1].text in NOT_A_CALL | {"min", "max"}:  # whose order does not matter
             return
         parts = self._parts(opening, ",")
         for left, right in zip(parts, parts[1:]):
