@@ -8,6 +8,7 @@
 #include <QTest>
 #include <algorithm>
 #include <functional>
+#include <set>
 
 #include "FakeFrame.h"
 #include "document/window/BusyGuard.h"
@@ -112,6 +113,31 @@ TEST_F(Picture, MarksTheSelectedCellAlone) {
             EXPECT_EQ(corner, k == i ? QColor(Qt::yellow) : paper) << k;
         }
     }
+}
+
+TEST_F(Picture, IsPaintedAgainWhereSomethingChanged) {
+    struct Painted : QObject {
+        bool eventFilter(QObject* cell, QEvent* event) override {
+            if (event->type() == QEvent::Paint)
+                cells.insert(static_cast<ctrlCell*>(cell)->mCell()->GridIndex());
+            return false;
+        }
+        std::set<int> cells;
+    } painted;
+    const auto cellsPaintedAfter = [&](const std::function<void()>& change) {
+        ServeEvents();
+        painted.cells.clear();
+        change();
+        ServeEvents();
+        return painted.cells;
+    };
+    for (int i = 1; i <= 81; ++i) grid->ctrlCells(i).installEventFilter(&painted);
+    EXPECT_EQ(
+        cellsPaintedAfter([&] { Set(41, "5|0|0"); }),
+        (std::set<int>{5, 14, 23, 31, 32, 33, 37, 38, 39, 40, 41, 42, 43, 44, 45, 49, 50, 51, 59, 68, 77}));
+    grid->ctrlCells(7).DoSelect();
+    EXPECT_EQ(cellsPaintedAfter([&] { grid->ctrlCells(8).DoSelect(); }), (std::set<int>{7, 8}));
+    EXPECT_EQ(cellsPaintedAfter([&] { Set(41, "5|1|0"); }), (std::set<int>{41}));
 }
 
 TEST_F(Picture, DrawsThickLinesAroundBoxesAndThinOnesInside) {
