@@ -9,9 +9,7 @@
 // A small help file with all that is odd in others, compiled from the folder "small".
 class SmallHelp : public testing::Test {
   protected:
-    static QByteArray Bytes(const std::string& path) {
-        return QByteArray::fromStdString(ScriptedHost::ReadFile(path));
-    }
+    static auto Bytes(const auto& path) { return QByteArray::fromStdString(ScriptedHost::ReadFile(path)); }
     // The parts as they lie in the test's folder, without a seal; the compiler's return code says nothing.
     QByteArray Compiled() {
         const std::string work = "cd " + host_.folder.string() + " && cp -rn " SMALL_HELP "/. .; ";
