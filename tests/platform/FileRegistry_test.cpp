@@ -67,10 +67,11 @@ TEST_F(RegistryInAFile, HandlesGrantOnlyTheRightsTheyWereOpenedWith) {
 TEST_F(RegistryInAFile, StartThatIsCutOffLeavesNoKeyWithoutItsValue) {
     const auto inTime = Created(".nx3");
     EXPECT_EQ(Read(".nx3"), "open 2");
-    Created(".nx3")->SetString("#", "of a faster copy");
+    registry.Create(classes, ".nx3", "Faster", RegistryAccess::All, key);
+    key->SetString("#", "of a faster copy");
     EXPECT_EQ(inTime->SetString({}, "value"), 0);
-    EXPECT_EQ(Read(".nx3", "#"), Z("of a faster copy"));
-    EXPECT_EQ(Read(".nx3"), Z("value"));
+    EXPECT_EQ(ScriptedHost::ReadFile(file),
+              "[80000000\\.nx3]\r\n#=Faster\r\n%23=of%20a%20faster%20copy\r\n@=value\r\n");
 }
 
 TEST_F(RegistryInAFile, RootsKeysValuesAndBytesAreNotMixedUp) {
@@ -113,16 +114,16 @@ TEST_F(RegistryInAFile, CopiesThatStartTogetherLoseNoKeys) {
 
 TEST_F(RegistryInAFile, ExtensionOfAnotherTypeReadsAsOwnedAndIsReadOnly) {
     std::filesystem::create_directories(host.PathOf("shared/mime"));
-    ScriptedHost::WriteFile(host.PathOf("shared/mime/globs2"), "50:application/other:*.nx3\n");
+    ScriptedHost::WriteFile(host.PathOf("shared/mime/globs2"), "50:application/other:*.n\n");
     DesktopAssociation desktop({host.PathOf("data"), {host.PathOf("shared")}}, {});
     FileRegistry withDesktop(file, &desktop);
     std::string bytes;
-    ASSERT_EQ(withDesktop.Open(classes, ".nx3", RegistryAccess::All, key), 0);
+    ASSERT_EQ(withDesktop.Open(classes, ".n", RegistryAccess::All, key), 0);
     EXPECT_EQ(key->QueryString("name", bytes), RegistryError::NotFound);
     EXPECT_EQ(key->QueryString({}, bytes), 0);
     EXPECT_EQ(bytes, Z("application/other"));
     EXPECT_EQ(key->SetString({}, "mine"), RegistryError::AccessDenied);
-    for (const auto* path : {"nx3", ".", ".nx3\\shell"})
+    for (const auto* path : {"n", ".", ".n\\shell"})
         EXPECT_EQ(withDesktop.Open(classes, path, RegistryAccess::All, key), RegistryError::NotFound);
     EXPECT_FALSE(std::filesystem::exists(file)) << "reading must not make the store";
 }

@@ -16,8 +16,8 @@ platform::ProfileFile Parsed(const std::string& bytes) {
 std::string ValueOfK(const std::string& bytes) {
     const auto profile = Parsed(bytes);
     const auto value = profile.Value(" S\t", " k ");
-    EXPECT_EQ(profile.Values("s ", {"none", "K ", "k"}),
-              (std::vector<std::optional<std::string>>{{}, value, value}));
+    EXPECT_EQ(profile.Values("s ", {"K ", "none", "k"}),
+              (std::vector<std::optional<std::string>>{value, {}, value}));
     return value.value_or("-");
 }
 

@@ -46,12 +46,16 @@ class SafeFile : public testing::Test {
 }  // namespace
 
 TEST_F(SafeFile, FullDisksAndMissingRightsLeaveTheOldFileWhole) {
+    std::string bytes = "left over";
     ExpectInChild([&] {
         const rlimit limit{1000, 1000};
         std::signal(SIGXFSZ, SIG_IGN);
-        return setrlimit(RLIMIT_FSIZE, &limit) == 0 && !ReplaceFile(path, large);
+        bool refused = setrlimit(RLIMIT_FSIZE, &limit) == 0 && setrlimit(RLIMIT_NOFILE, &limit) == 0;
+        // So often that a file left open would have used up all that may be.
+        for (int i = 0; i < 1000; ++i) refused = refused && !ReplaceFile(path, large);
+        return refused && ReadWholeFile(path, bytes) == FileState::Read;
     });
-    std::string bytes = "left over";
+    bytes = "left over";
     const auto refused = [&] { return GiveUpRootRights() && !ReplaceFile(path, "new"); };
     chmod(host.folder.c_str(), 0777);
     chmod(path.c_str(), 0444);

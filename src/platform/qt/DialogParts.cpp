@@ -9,7 +9,7 @@
 
 namespace platform_qt {
 
-QWidget* CommandRow(QWidget* dialog, std::function<void(int)> click) {
+QWidget* CommandRow(QWidget* dialog, const std::function<void(int)>& click) {
     auto* row = new QWidget(dialog);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
