@@ -1,11 +1,10 @@
-// A small window from which the files named on the command line can be dragged. Says "accepted" on the
-// standard output when what is under the pointer takes them. Stays until it is ended: the data is fetched
-// after the drop.
+// A small window from which the two files named on the command line can be dragged. Says "accepted" on the
+// standard error output when what is under the pointer takes them. Stays until it is ended: the data is
+// fetched after the drop.
 
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
-#include <QMouseEvent>
 #include <QUrl>
 #include <QWidget>
 #include <cstdio>
@@ -15,16 +14,12 @@ namespace {
 class DragSource : public QWidget {
   protected:
     void mousePressEvent(QMouseEvent* /*event*/) override {
-        auto* files = new QMimeData;
-        QList<QUrl> urls;
-        for (const QString& file : QCoreApplication::arguments().mid(1))
-            urls.append(QUrl::fromLocalFile(file));
-        files->setUrls(urls);
+        const QStringList arguments = QCoreApplication::arguments();
         auto* drag = new QDrag(this);
-        drag->setMimeData(files);
+        drag->setMimeData(new QMimeData);
+        drag->mimeData()->setUrls({QUrl::fromLocalFile(arguments[1]), QUrl::fromLocalFile(arguments[2])});
         connect(drag, &QDrag::actionChanged, this, [](Qt::DropAction action) {
-            if (action == Qt::CopyAction) std::puts("accepted");
-            std::fflush(stdout);
+            if (action == Qt::CopyAction) std::fputs("accepted\n", stderr);
         });
         drag->exec(Qt::CopyAction);
     }
