@@ -59,6 +59,7 @@ TEST(LevelDialog, OnlyOkWritesAndAccepts) {
         auto& never = Child<QCheckBox>(dialog, "chkLevelAsk");
         EXPECT_FALSE(never.isChecked());
         ExpectLaidOut(dialog);
+        EXPECT_EQ(dialog.windowTitle(), "Nouvelle grille");
         QTest::mouseClick(&never, Qt::LeftButton, {}, {5, 5});
         EXPECT_FALSE(dialog.Accepted());
         way == 3 ? Press(dialog, 1) : Leave(dialog, way);

@@ -179,6 +179,7 @@ TEST_F(OptionsDialog, EveryTabShowsItsPageAndF1ItsTopic) {
             if (Child<QFrame>(dialog, QStringLiteral("frmPages(%1)").arg(page)).isVisible())
                 seen += std::to_string(page);
     }
+    EXPECT_EQ(dialog.windowTitle(), "Préférences");
     EXPECT_EQ(seen, "Divers1Couleurs2Impression3Niveau4");
     QTest::keyClick(&dialog, Qt::Key_F2);
     const std::string help = "topic help.chm ";

@@ -73,6 +73,7 @@ TEST(PrinterDialog, OnlyOkWritesTheChoicesAndThePictureFollowsThem) {
         QTest::keyClick(&dialog, Qt::Key_F1);
         QTest::mouseClick(&Child<QPushButton>(dialog, leave), Qt::LeftButton);
         EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(dialog.windowTitle(), "Imprimer la grille");
         EXPECT_EQ(dialog.Accepted(), stored[0] != '?');
         const IniParamProcs::IniSnapshot now;
         EXPECT_EQ(now.Read("Impression", "Orientation", "") + now.Read("Impression", "Noir&Blanc", ""),
