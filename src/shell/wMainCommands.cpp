@@ -175,7 +175,10 @@ void wMain::mnuGridReinit_Click() {
 void wMain::mnuHelpAsk_Click() {
     WithActiveGrid("mnuHelpAsk_Click", [](const OpenGrid& grid) {
         const int wrong = grid->TestGrid();
-        if (wrong == 0) {
+        if (wrong == -1) {
+            TheHost().messages->Show("Désolé, la grille n'a pas pu être résolue par l'application.",
+                                     Exclamation);
+        } else if (wrong == 0) {
             TheHost().messages->Show("Il n'y a aucune erreur.", Information);
         } else {
             TheHost().messages->Show(

@@ -26,7 +26,7 @@ TEST(ProgressWindow, ShowsTheShareAndEveryWayToCancelOnlyHidesIt) {
         const auto& bar = Child<QProgressBar>(*window, "pbProgress");
         ExpectLaidOut(*window);
         window->Progress(49.6);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return bar.text() == "50%"; }));
+        EXPECT_TRUE(Eventually([&] { return bar.text() == "50%"; }));
         cancel(*window);
         ServeEvents();
         // The run still holds it and looks at it once more.

@@ -83,7 +83,7 @@ TEST_F(Host, ColoursHaveRedInTheirLowByte) {
 TEST_F(Host, ADialogBelongsToTheWindowOnTop) {
     QWidget window;
     window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(Eventually([&] { return window.isActiveWindow(); }));
     EXPECT_EQ(platform_qt::DialogOwner(), &window);
     QDialog dialog;
     dialog.open();

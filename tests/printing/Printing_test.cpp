@@ -19,7 +19,7 @@ class Print : public testing::Test {
     bool On(const QString& printer) {
         InNextDialog([printer](QWidget& dialog) {
             auto& list = Child<QComboBox>(dialog, "cboPrinter");
-            EXPECT_TRUE(QTest::qWaitFor([&] { return list.count() == 2; }));
+            EXPECT_TRUE(Eventually([&] { return list.count() == 2; }));
             list.setCurrentText(printer);
             Child<QPushButton>(dialog, printer.isEmpty() ? "cmdCommands(0)" : "cmdCommands(1)").click();
         });

@@ -37,7 +37,7 @@ TEST(PrinterDialog, OffersTheFileAndTheLastPrinterAtOnceAndThePrintersWhenTheyAr
         EXPECT_EQ(shown(), first);
         list.setCurrentText(QString::fromStdString(user));
         if (!user.empty()) emit list.activated(list.currentIndex());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return list.count() == 3; }));
+        EXPECT_TRUE(Eventually([&] { return list.count() == 3; }));
         EXPECT_EQ(shown(), "Bureau,Salon,Fichier PDF > " + chosen);
         EXPECT_EQ(dialog.Choice().toFile, chosen == "Fichier PDF");
     }

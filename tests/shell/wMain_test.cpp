@@ -66,7 +66,7 @@ TEST_F(StartUp, TheSplashIsClosedByItsTimerTheAboutBoxByItsReader) {
     EXPECT_TRUE(splash->rect().contains(version.geometry()));
     splash->tmrClose().setInterval(0);
     splash->tmrClose().start();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !SplashShown(); }, 60'000));
+    EXPECT_TRUE(Eventually([this] { return !SplashShown(); }));
     ServeEvents();
     EXPECT_EQ(main->findChild<wSplash*>(), nullptr);
     Run("mnuHelpAbout");

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QObject>
 #include <QString>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -14,6 +15,11 @@ inline void ServeEvents() {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
+}
+
+// Serves events until something is true; false after a minute, which a busy machine may need.
+inline bool Eventually(const std::function<bool()>& isTrue) {
+    return QTest::qWaitFor(isTrue, 60'000);
 }
 
 // A named child that must exist.
