@@ -10,7 +10,7 @@ namespace {
 
 using platform::SameName;  // the store does not tell upper from lower case
 
-constexpr std::string_view noColor = "";
+constexpr std::string_view noColor;
 
 constexpr bool EveryKeyHasOneRow() {
     bool unique = true;
