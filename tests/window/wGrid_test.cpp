@@ -7,160 +7,17 @@
 #include <QPushButton>
 #include <QTest>
 #include <algorithm>
-#include <functional>
-#include <set>
 
 #include "FakeFrame.h"
 #include "document/window/BusyGuard.h"
 #include "document/window/OpenGrid.h"
 #include "settings/IniParamProcs.h"
-#include "support/DigitReader.h"
 
 namespace {
 
 using IniParamProcs::WriteIniParam;
 using platform::MessageButton;
 using platform::PointerShape;
-
-// ---- What is on the picture.
-
-class Picture : public GridWindow {
-  protected:
-    Picture() {
-        for (std::size_t i = 0; i < colors.size(); ++i) {
-            WriteIniParam("Options", "Color_" + std::to_string(i), std::to_string(colors[i]));
-        }
-        grid->SetColors(colors);
-    }
-    QImage Render(double scale = 1) const {
-        QImage image(grid->size() * scale, QImage::Format_RGB32);
-        image.setDevicePixelRatio(scale);
-        grid->render(&image);
-        image.setDevicePixelRatio(1);
-        return image;
-    }
-    // Every size and scale that a window is likely to have; sides that nine divides. `line`: what of a cell's
-    // edge may be covered.
-    void AtEverySize(const std::function<void(const QImage& image, int line)>& look) {
-        for (const QSize size : {QSize(180, 180), QSize(576, 657), QSize(1008, 900)}) {
-            for (const int scale : {1, 2}) {
-                SCOPED_TRACE(testing::Message() << size.width() << " x " << scale);
-                grid->resize(size);
-                ServeEvents();
-                look(Render(scale), 2 * scale);
-            }
-        }
-    }
-
-    // Red in the low byte: pale paper, yellow selection, black lines, red givens, blue and green digits.
-    const ColorTable::Colors colors{0xE0FFFF, 0x00FFFF, 0, 0x0000FF, 0xFF0000, 0, 0x008000};
-    const QColor paper{0xFF, 0xFF, 0xE0};
-};
-
-TEST_F(Picture, ShowsEveryValueInTheColourOfItsKind) {
-    for (int i = 1; i <= 81; ++i) Set(i, std::to_string(SolutionAt(i)) + (i % 2 == 0 ? "|1|0" : "|0|0"));
-    AtEverySize([&](const QImage& image, int line) {
-        for (int i = 1; i <= 81; ++i) {
-            const auto found = DigitReader::Read(image, DigitReader::CellPart(image, i, line), paper);
-            EXPECT_EQ(found.digit, SolutionAt(i)) << i;
-            EXPECT_EQ(found.ink, i % 2 == 0 ? QColor(Qt::red) : QColor(Qt::blue)) << i;
-            EXPECT_NEAR(found.place.center().x(), 0.5, 0.1) << i;
-            EXPECT_NEAR(found.place.center().y(), 0.5, 0.12) << i;
-            EXPECT_GT(found.place.height(), 0.5) << i;
-        }
-    });
-}
-
-TEST_F(Picture, ShowsTheCandidatesThatAreLeftEachInItsNinth) {
-    Set(41, "5|1|0");
-    for (const int i : {1, 9, 30, 32, 50, 77, 81}) Set(i, "0|0|" + std::to_string(i * 12 & 1022));
-    int digitsRead = 0;
-    AtEverySize([&](const QImage& image, int line) {
-        for (int n = 0; n < 9 * 81; ++n) {
-            const int i = n / 9 + 1;
-            const int d = n % 9 + 1;
-            if (i == 41) continue;
-            const auto found = DigitReader::Read(image, DigitReader::CandidatePart(image, i, d, line), paper);
-            const bool shown = document.Grid().Cells(i)->Avail(d) && !document.Grid().Cells(i)->Inhib(d);
-            EXPECT_EQ(found.digit != 0, shown) << i << ": " << d;
-            if (!shown) continue;
-            EXPECT_GT(found.ink.green(), found.ink.red()) << i << ": " << d;
-            EXPECT_NEAR(found.place.center().x(), 0.5, 0.3) << i << ": " << d;
-            EXPECT_NEAR(found.place.center().y(), 0.5, 0.3) << i << ": " << d;
-            // The smallest ones have too few pixels to tell a 5 from a 6.
-            if (found.place.height() * image.height() / 27 <= 12) continue;
-            EXPECT_EQ(found.digit, d) << i;
-            ++digitsRead;
-        }
-    });
-    EXPECT_GT(digitsRead, 1000);
-    frame.hidden = true;
-    grid->UpdateGrid();
-    const QImage image = Render();
-    for (int i = 1; i <= 81; ++i) {
-        EXPECT_EQ(DigitReader::Read(image, DigitReader::CellPart(image, i, 2), paper).digit, i == 41 ? 5 : 0)
-            << i;
-    }
-}
-
-TEST_F(Picture, MarksTheSelectedCellAlone) {
-    for (const int i : {40, 41, 81}) {
-        QTest::mouseClick(&grid->ctrlCells(i), Qt::LeftButton);
-        if (i == 41) grid->SetColors(colors);  // confirmed anew, as by the options dialog
-        const QImage image = Render();
-        for (int k = 1; k <= 81; ++k) {
-            const QColor corner = image.pixelColor(DigitReader::CellPart(image, k, 3).topLeft());
-            EXPECT_EQ(corner, k == i ? QColor(Qt::yellow) : paper) << k;
-        }
-    }
-}
-
-TEST_F(Picture, IsPaintedAgainWhereSomethingChanged) {
-    struct Painted : QObject {
-        bool eventFilter(QObject* cell, QEvent* event) override {
-            if (event->type() == QEvent::Paint)
-                cells.insert(static_cast<ctrlCell*>(cell)->mCell()->GridIndex());
-            return false;
-        }
-        std::set<int> cells;
-    } painted;
-    const auto cellsPaintedAfter = [&](const std::function<void()>& change) {
-        ServeEvents();
-        painted.cells.clear();
-        change();
-        ServeEvents();
-        return painted.cells;
-    };
-    for (int i = 1; i <= 81; ++i) grid->ctrlCells(i).installEventFilter(&painted);
-    EXPECT_EQ(
-        cellsPaintedAfter([&] { Set(41, "5|0|0"); }),
-        (std::set<int>{5, 14, 23, 31, 32, 33, 37, 38, 39, 40, 41, 42, 43, 44, 45, 49, 50, 51, 59, 68, 77}));
-    grid->ctrlCells(7).DoSelect();
-    EXPECT_EQ(cellsPaintedAfter([&] { grid->ctrlCells(8).DoSelect(); }), (std::set<int>{7, 8}));
-    EXPECT_EQ(cellsPaintedAfter([&] { Set(41, "5|1|0"); }), (std::set<int>{41}));
-}
-
-TEST_F(Picture, DrawsThickLinesAroundBoxesAndThinOnesInside) {
-    frame.hidden = true;
-    grid->UpdateGrid();
-    grid->resize(450, 540);
-    ServeEvents();
-    const QImage image = Render();
-    for (int k = 0; k <= 9; ++k) {
-        int across = 0;
-        int down = 0;
-        for (int offset = -6; offset <= 6; ++offset) {
-            const QPoint onRow(k * 50 + offset, 30);
-            const QPoint onColumn(25, k * 60 + offset);
-            across += image.valid(onRow) && image.pixelColor(onRow) == Qt::black ? 1 : 0;
-            down += image.valid(onColumn) && image.pixelColor(onColumn) == Qt::black ? 1 : 0;
-        }
-        // Half of the frame lies outside.
-        const int expected = k == 0 || k == 9 ? 2 : k % 3 == 0 ? 4 : 1;
-        EXPECT_EQ(across, expected) << k;
-        EXPECT_EQ(down, expected) << k;
-    }
-}
 
 // ---- Selection and keys.
 

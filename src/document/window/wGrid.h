@@ -89,6 +89,7 @@ class wGrid : public QWidget {
     void ctrlCells_KeyDown(int index, int keyCode);
     void ctrlCells_Keypress(int index, int keyAscii);
     void MoveTo(int index);
+    void StepInHistory(bool possible, int (GridDocument::*step)(), const char* refusal);
 
     MainFrame& frame_;
     // The views listen to its cells: they go first.

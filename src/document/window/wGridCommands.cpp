@@ -63,26 +63,24 @@ void wGrid::Reinit() {
 void wGrid::Undo() {
     Trap("wGrid", "Undo", [this] {
         if (!qobject_cast<ctrlCell*>(focusWidget())) return TheHost().messages->Beep();
-        if (!document_->CanUndo()) {
-            TheHost().messages->Show("Rien à annuler", MessageStyle::Information);
-            return;
-        }
-        const int changed = document_->Undo();
-        ShowCells();
-        MoveTo(changed);
+        StepInHistory(document_->CanUndo(), &GridDocument::Undo, "Rien à annuler");
     });
 }
 
 void wGrid::Redo() {
-    Trap("wGrid", "Redo", [this] {
-        if (!document_->CanRedo()) {
-            TheHost().messages->Show("Rien à rétablir", MessageStyle::Information);
-            return;
-        }
-        const int changed = document_->Redo();
-        ShowCells();
-        MoveTo(changed);
-    });
+    Trap("wGrid", "Redo",
+         [this] { StepInHistory(document_->CanRedo(), &GridDocument::Redo, "Rien à rétablir"); });
+}
+
+// Takes the step and selects the cell that it changed.
+void wGrid::StepInHistory(bool possible, int (GridDocument::*step)(), const char* refusal) {
+    if (!possible) {
+        TheHost().messages->Show(refusal, MessageStyle::Information);
+        return;
+    }
+    const int changed = ((*document_).*step)();
+    ShowCells();
+    MoveTo(changed);
 }
 
 void wGrid::PrintGrid() {
