@@ -158,7 +158,6 @@ void wMain::ShowDocumentWindow(std::unique_ptr<GridDocument> document) {
     auto* grid = new wGrid(*this, std::move(document));
     QMdiSubWindow* window = area_->addSubWindow(
         grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-    window->setAttribute(Qt::WA_DeleteOnClose);
     KeepCloseShortcut(*window);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
     MDIForm_Resize();

@@ -133,6 +133,18 @@ TEST_F(Commands, EveryOpenAndEveryNewGridObeysTheModes) {
     for (const OpenGrid& grid : main->Grids()) EXPECT_TRUE(!grid->ctrlCells(2).Mask(6) && grid->NoAutoMask());
 }
 
+TEST_F(Commands, ConfirmedColoursReachEveryOpenGrid) {
+    Run("mnuFileNew");
+    Run("mnuFileNew");
+    Setting("Options", "Color_0", "255");
+    InNextDialog([](QWidget& dialog) {
+        Child<QCheckBox>(dialog, "chkColorChanged").setChecked(true);
+        Child<QPushButton>(dialog, "cmdCommands(1)").click();
+    });
+    Run("mnuEditOptions");
+    for (const OpenGrid& grid : main->Grids()) EXPECT_EQ(grid->ctrlCells(5).BackColor(), QColor(Qt::red));
+}
+
 // ---- New and generated grids.
 
 TEST_F(Commands, NewGridsNeverReuseANumberAndBeginInInitialisationMode) {

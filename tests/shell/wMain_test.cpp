@@ -147,6 +147,7 @@ TEST_F(Windows, TitlePathAndCurrentCellFollowTheActiveGrid) {
     EXPECT_EQ(main->Cell(), &Active().ctrlCells(80));
     Run("mnuFileClose");
     EXPECT_EQ(Grids() + PathPanel(), "");
+    EXPECT_TRUE(Area().subWindowList().isEmpty());
 }
 
 TEST_F(Windows, QuittingClosesNoneUntilEveryQuestionIsAnswered) {
