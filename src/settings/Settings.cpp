@@ -26,6 +26,8 @@ constexpr bool EveryKeyHasOneRow() {
 static_assert(EveryKeyHasOneRow());
 
 std::uint32_t ColorOf(const std::string& text, std::uint32_t byDefault) {
+    // A missing key is usual, and throwing for it costs more than all the rest.
+    if (text.empty()) return byDefault;
     try {
         const auto number = static_cast<std::uint32_t>(Conversions::ToLong(text));
         return number <= 0xFFFFFF ? number : byDefault;
