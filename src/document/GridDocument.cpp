@@ -7,6 +7,12 @@
 void GridDocument::Path(const std::string& path) {
     path_ = path;
     caption_ = FilesPaths::NameOf(path);
+    Changed();
+}
+
+void GridDocument::Caption(const std::string& caption) {
+    caption_ = caption;
+    Changed();
 }
 
 bool GridDocument::IsComplete() const {
@@ -19,18 +25,17 @@ bool GridDocument::IsComplete() const {
 bool GridDocument::LoadFile(const std::string& file) {
     const auto states = ReadGridFile(file);
     if (!states) return false;
-    for (int i = 1; i <= 81; ++i) ApplyState(Cell(i), (*states)[static_cast<std::size_t>(i - 1)]);
+    Replace(*states);
     grid_.Modified(false);
-    history_.Clear();
-    grid_.ManageAvails();
+    history_.MarkSaved();
     return true;
 }
 
 bool GridDocument::SaveFile(const std::string& file) {
-    GridStates states;
-    for (int i = 1; i <= 81; ++i) states[static_cast<std::size_t>(i - 1)] = StateOf(Cell(i));
-    if (!WriteGridFile(file, states)) return false;
+    if (!WriteGridFile(file, States())) return false;
     grid_.Modified(false);
+    history_.MarkSaved();
+    Changed();
     return true;
 }
 
@@ -54,42 +59,63 @@ void GridDocument::SwitchExclusion(int index, int digit) {
     Change(index, after);
 }
 
+void GridDocument::RegUndo(const std::string& record) {
+    const CellChange change = ParseChange(record);
+    history_.Register({&change, 1});
+    Changed();
+}
+
 int GridDocument::Undo() {
-    const CellChange& change = history_.StepBack();
-    return Restore(change.index, change.before);
+    return Restored(history_.StepBack(), &CellChange::before);
 }
 
 int GridDocument::Redo() {
-    const CellChange& change = history_.StepForward();
-    return Restore(change.index, change.after);
+    return Restored(history_.StepForward(), &CellChange::after);
 }
 
 void GridDocument::CopyFrom(const GridDocument& source) {
-    for (int i = 1; i <= 81; ++i) ApplyState(Cell(i), StateOf(*source.grid_.Cells(i)));
-    grid_.ManageAvails();
+    Replace(source.States());
 }
 
 void GridDocument::Reinit() {
+    const GridStates before = States();
     for (int i = 1; i <= 81; ++i) {
         if (!Cell(i).Locked()) ApplyState(Cell(i), {});
     }
     grid_.ManageAvails();
+    RecordSince(before);
+}
+
+GridSnapshot GridDocument::Snapshot() const {
+    return {path_, caption_, States(), history_};
+}
+
+void GridDocument::Resume(GridSnapshot snapshot) {
+    path_ = std::move(snapshot.path);
+    caption_ = std::move(snapshot.caption);
+    Replace(snapshot.states);
+    history_ = std::move(snapshot.history);
+    grid_.Modified(true);
+    Changed();
 }
 
 bool GridDocument::CreateGrid(platform::ProgressWindow* progress) {
     auto generated = std::make_unique<clsGrid>();
     if (!generated->CreateGrid(progress)) return false;
+    GridStates givens;
     for (int i = 1; i <= 81; ++i) {
         const clsCell& from = *generated->Cells(i);
-        ApplyState(Cell(i), from.Locked() ? CellState{from.Value(), true, 0} : CellState{});
+        if (from.Locked()) givens[static_cast<std::size_t>(i - 1)] = {from.Value(), true, 0};
     }
+    Replace(givens);
     solution_ = std::move(generated);
-    grid_.ManageAvails();
     return true;
 }
 
 void GridDocument::SolveGrid(platform::ProgressWindow* progress) {
+    const GridStates before = States();
     grid_.SolveGrid(progress);
+    RecordSince(before);
 }
 
 // The solution keeps the givens that it was solved from.
@@ -126,15 +152,47 @@ clsCell& GridDocument::Cell(int index) {
     return *cell;
 }
 
-void GridDocument::Change(int index, const CellState& after) {
-    clsCell& cell = Cell(index);
-    const CellState before = StateOf(cell);
-    ApplyState(cell, after);
-    history_.Register({index, before, after});
+GridStates GridDocument::States() const {
+    GridStates states;
+    for (int i = 1; i <= 81; ++i) states[static_cast<std::size_t>(i - 1)] = StateOf(*grid_.Cells(i));
+    return states;
 }
 
-int GridDocument::Restore(int index, const CellState& state) {
-    ApplyState(Cell(index), state);
+void GridDocument::Change(int index, const CellState& after) {
+    clsCell& cell = Cell(index);
+    const CellChange change{index, StateOf(cell), after};
+    ApplyState(cell, after);
+    history_.Register({&change, 1});
+    Changed();
+}
+
+void GridDocument::RecordSince(const GridStates& before) {
+    std::vector<CellChange> step;
+    for (int i = 1; i <= 81; ++i) {
+        const CellState& old = before[static_cast<std::size_t>(i - 1)];
+        const CellState now = StateOf(Cell(i));
+        if (now != old) step.push_back({i, old, now});
+    }
+    history_.Register(step);
+    Changed();
+}
+
+void GridDocument::Replace(const GridStates& states) {
+    for (int i = 1; i <= 81; ++i) ApplyState(Cell(i), states[static_cast<std::size_t>(i - 1)]);
     grid_.ManageAvails();
-    return index;
+    history_ = {};
+    history_.ForgetSaved();
+    Changed();
+}
+
+int GridDocument::Restored(HistoryStep step, CellState CellChange::*state) {
+    for (const CellChange& change : step) ApplyState(Cell(change.index), change.*state);
+    grid_.ManageAvails();
+    if (history_.AtSaved()) grid_.Modified(false);
+    Changed();
+    return step.size() == 1 ? step.front().index : 0;
+}
+
+void GridDocument::Changed() const {
+    if (changed_) changed_();
 }

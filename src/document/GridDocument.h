@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
+#include "document/GridFile.h"
 #include "document/UndoHistory.h"
 #include "engine/clsGrid.h"
 #include "platform/ProgressWindow.h"
@@ -12,6 +14,14 @@
 struct EntryModes {
     bool initialisation = false;  // typed values become givens, and givens may be changed
     bool masksHidden = false;     // without candidates on view any digit is taken
+};
+
+// All that must come back of a grid after the program ended without asking.
+struct GridSnapshot {
+    std::string path;
+    std::string caption;
+    GridStates states;
+    UndoHistory history;
 };
 
 // One open grid without its window: the cells, their history, the solution that belongs to the givens, the
@@ -33,8 +43,9 @@ class GridDocument {
     const std::string& Path() const { return path_; }
     void Path(const std::string& path);
     const std::string& Caption() const { return caption_; }
-    void Caption(const std::string& caption) { caption_ = caption; }
+    void Caption(const std::string& caption);
 
+    // Undoing up to what the file holds makes it false again.
     bool Modified() const { return grid_.Modified(); }
     bool IsComplete() const;
 
@@ -60,24 +71,33 @@ class GridDocument {
     // ---- History.
 
     // Records a change that was made; see ChangeText. A text that is none is refused with its error.
-    void RegUndo(const std::string& record) { history_.Register(ParseChange(record)); }
+    void RegUndo(const std::string& record);
     bool CanUndo() const { return history_.CanUndo(); }
     bool CanRedo() const { return history_.CanRedo(); }
-    // The index of the cell that changed; only when CanUndo / CanRedo.
+    // The index of the cell that changed, 0 when there are several; only when CanUndo / CanRedo.
     int Undo();
     int Redo();
 
     // ---- Whole grids.
 
+    // Takes the cells alone; what was there, its history included, is gone.
     void CopyFrom(const GridDocument& source);
-    // Empties every cell that is not a given.
+    // Empties every cell that is not a given, as one step of the history.
     void Reinit();
+
+    // ---- Recovery.
+
+    GridSnapshot Snapshot() const;
+    // Becomes the grid of a snapshot, which is in no file: it is modified.
+    void Resume(GridSnapshot snapshot);
+    // The one listener; called after every change of what a snapshot would hold, and after a save.
+    void OnChange(std::function<void()> handler) { changed_ = std::move(handler); }
 
     // ---- The engine. A progress window that is hidden cancels; without one (null) a run goes to its end.
 
     // Becomes the givens of a generated grid. False when the user declined to go on.
     bool CreateGrid(platform::ProgressWindow* progress);
-    // Solves the grid from its givens.
+    // Solves the grid from its givens, as one step of the history.
     void SolveGrid(platform::ProgressWindow* progress);
     // The solution of the present givens was found already.
     bool SolutionKnown() const;
@@ -88,13 +108,20 @@ class GridDocument {
 
   private:
     clsCell& Cell(int index);
+    GridStates States() const;
     // Changes a cell and records it.
     void Change(int index, const CellState& after);
-    int Restore(int index, const CellState& state);
+    // Records as one step what became different since.
+    void RecordSince(const GridStates& before);
+    // The whole grid becomes another one, without a history.
+    void Replace(const GridStates& states);
+    int Restored(HistoryStep step, CellState CellChange::*state);
+    void Changed() const;
 
     clsGrid grid_;
     std::unique_ptr<clsGrid> solution_;
     UndoHistory history_;
     std::string path_;
     std::string caption_;
+    std::function<void()> changed_;
 };

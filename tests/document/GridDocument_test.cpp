@@ -109,6 +109,33 @@ TEST_F(Document, ANewChangeDropsWhatCouldBeRedone) {
     EXPECT_FALSE(document.CanUndo());
 }
 
+TEST_F(Document, TheModifiedMarkFollowsTheHistory) {
+    const std::string file = host.PathOf("a.nx3");
+    document.EnterValue(1, 4, play);
+    document.Undo();
+    EXPECT_FALSE(document.Modified()) << "new and empty, as it was";
+    document.Redo();
+    ASSERT_TRUE(document.SaveFile(file) && document.LoadFile(file));
+    document.EnterValue(2, 5, play);
+    document.EnterValue(3, 6, play);
+    ASSERT_TRUE(document.SaveFile(file));
+    for (const bool modified : {true, true, false}) {
+        if (modified)
+            document.Undo();
+        else if (document.CanRedo())
+            document.Redo(), document.Redo();
+        EXPECT_EQ(document.Modified(), modified);
+    }
+    document.Undo();
+    document.EnterValue(4, 7, play);  // what was saved cannot be reached any more
+    document.Undo();
+    EXPECT_TRUE(document.Modified());
+    document.CopyFrom(GridDocument());
+    document.EnterValue(4, 7, play);
+    document.Undo();
+    EXPECT_TRUE(document.Modified()) << "a copy is in no file";
+}
+
 // ---- Whole grids.
 
 TEST_F(Document, ACopyHasTheCellsAlone) {
@@ -134,6 +161,14 @@ TEST_F(Document, ReinitKeepsOnlyTheGivens) {
     document.Reinit();
     EXPECT_EQ(State(1) + " " + State(2) + " " + State(81), "1|1|0 0|0|0 0|0|0");
     EXPECT_EQ(Impossible(9), "1");
+    EXPECT_EQ(document.Undo(), 0) << "several cells, one step";
+    EXPECT_FALSE(document.CanUndo());
+    EXPECT_EQ(State(2) + " " + State(81) + " " + Impossible(9), "6|0|36 0|0|8 16");
+    document.Redo();
+    EXPECT_EQ(State(2) + " " + State(81) + " " + Impossible(9), "0|0|0 0|0|0 1");
+    document.Reinit();
+    document.Undo();
+    EXPECT_FALSE(document.CanUndo()) << "what changed nothing is no step";
 }
 
 // ---- The engine.
@@ -177,7 +212,16 @@ TEST_F(Document, SolvingFillsTheGridFromItsGivens) {
     SetPuzzle(document, 1, 18);
     Set(document, 1, "9|0|0");
     EXPECT_FALSE(document.IsComplete());
+    document.EnterValue(2, 2, play);
+    document.SwitchExclusion(3, 7);
     document.SolveGrid(nullptr);
+    for (int i = 1; i <= 81; ++i) EXPECT_EQ(document.Grid().Cells(i)->Value(), SolutionAt(i)) << i;
+    document.Undo();
+    EXPECT_EQ(State(1) + " " + State(2) + " " + State(3) + " " + State(4), "9|0|0 2|0|0 0|0|128 0|0|0");
+    EXPECT_EQ(Impossible(18), "1245678") << "what column 9 and box 3 hold";
+    EXPECT_EQ(document.Undo(), 3) << "the entries before are still there, one by one";
+    document.Redo();
+    document.Redo();
     for (int i = 1; i <= 81; ++i) EXPECT_EQ(document.Grid().Cells(i)->Value(), SolutionAt(i)) << i;
     EXPECT_FALSE(document.Grid().Cells(1)->Locked());
     EXPECT_TRUE(document.IsComplete());

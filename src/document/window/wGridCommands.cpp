@@ -72,7 +72,7 @@ void wGrid::Redo() {
          [this] { StepInHistory(document_->CanRedo(), &GridDocument::Redo, "Rien à rétablir"); });
 }
 
-// Takes the step and selects the cell that it changed.
+// Takes the step and selects the cell that it changed; of several the current one stays what it is.
 void wGrid::StepInHistory(bool possible, int (GridDocument::*step)(), const char* refusal) {
     if (!possible) {
         TheHost().messages->Show(refusal, MessageStyle::Information);
@@ -80,7 +80,7 @@ void wGrid::StepInHistory(bool possible, int (GridDocument::*step)(), const char
     }
     const int changed = ((*document_).*step)();
     ShowCells();
-    MoveTo(changed);
+    if (changed != 0) MoveTo(changed);
 }
 
 void wGrid::PrintGrid() {
