@@ -1,6 +1,8 @@
 #include <QApplication>
 #include <QIcon>
+#include <QSessionManager>
 
+#include "platform/qt/EndSignals.h"
 #include "platform/qt/QtHost.h"
 #include "shell/wMain.h"
 
@@ -14,6 +16,18 @@ int main(int argc, char** argv) {
     const platform_qt::QtHost host;
     const platform::HostScope scope(host.Interfaces());
     wMain mainWindow;
+    const platform_qt::EndSignals endSignals;
+    QObject::connect(&endSignals, &platform_qt::EndSignals::Asked, &mainWindow, [&mainWindow] {
+        mainWindow.EndNow();
+        QApplication::exit(0);
+    });
+    const auto commit = [&mainWindow](QSessionManager& session) {
+        if (!mainWindow.CommitSession(session.allowsInteraction())) session.cancel();
+        session.release();
+    };
+    // The session's manager waits for the answer.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &mainWindow, commit,
+                     Qt::DirectConnection);
     mainWindow.MDIForm_Load();
     return QApplication::exec();
 }

@@ -18,10 +18,14 @@ std::optional<GridStates> ReadGridFile(const std::string& path) {
     return states;
 }
 
-bool WriteGridFile(const std::string& path, const GridStates& states) {
+std::string GridFileText(const GridStates& states) {
     std::string bytes = "[]\r\n";
     for (std::size_t i = 0; i < states.size(); ++i) {
         bytes.append(std::to_string(i + 1)).append("=").append(RecordText(states[i])).append("\r\n");
     }
-    return platform::ReplaceFile(path, bytes);
+    return bytes;
+}
+
+bool WriteGridFile(const std::string& path, const GridStates& states) {
+    return platform::ReplaceFile(path, GridFileText(states));
 }

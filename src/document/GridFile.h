@@ -14,5 +14,8 @@ using GridStates = std::array<CellState, 81>;  // of cell i at i - 1
 // cell. Error 6, 9 or 13: a record that does not convert.
 std::optional<GridStates> ReadGridFile(const std::string& path);
 
+// The bytes of a grid file.
+std::string GridFileText(const GridStates& states);
+
 // Written whole, in one step. False, the old file untouched, when not everything reached the disk.
 bool WriteGridFile(const std::string& path, const GridStates& states);

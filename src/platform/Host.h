@@ -108,6 +108,8 @@ class Application {
     virtual int MajorVersion() const = 0;
     virtual int MinorVersion() const = 0;
     virtual std::string CommandLine() const = 0;  // all that follows the program's name, as one text
+    // Where the user's state is kept that is no setting; may not be there yet. Empty: there is no place.
+    virtual std::string StateFolder() const = 0;
     virtual std::string HelpFile() const = 0;
     virtual void HelpFile(const std::string& path) = 0;
 };

@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QStatusBar>
+#include <QTimer>
 
 #include "diagnostics/ErrorHandling.h"
 #include "document/window/BusyGuard.h"
@@ -21,6 +22,7 @@
 #include "settings/Settings.h"
 #include "settings/dialogs/wOptions.h"
 #include "shell/Palette.h"
+#include "shell/Recovery.h"
 #include "shell/wSplash.h"
 
 namespace {
@@ -39,7 +41,7 @@ void KeepCloseShortcut(const QMdiSubWindow& window) {
 
 }  // namespace
 
-wMain::wMain() : area_(new QMdiArea(this)) {
+wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>()) {
     setObjectName(QStringLiteral("wMain"));
     setAcceptDrops(true);
     setMinimumSize(smallestSize);
@@ -92,6 +94,12 @@ void wMain::MDIForm_Load() {
     });
     // A setting that cannot be read ends the sequence, not the program.
     show();
+    // The splash must not lie over the question.
+    if (splash_) {
+        connect(splash_, &QObject::destroyed, this, &wMain::OfferLostGrids, Qt::QueuedConnection);
+    } else {
+        QTimer::singleShot(0, this, &wMain::OfferLostGrids);
+    }
 }
 
 // A first start: the options dialog, unseen, writes what it starts with.
@@ -129,19 +137,28 @@ void wMain::MDIForm_Resize() {
 
 void wMain::closeEvent(QCloseEvent* event) {
     if (RefusedWhileBusy() || !MDIForm_QueryUnload()) return event->ignore();
-    Trap("wMain", "MDIForm_Unload", [this] { recentFiles_.Save(*this, IniParamProcs::IniFilePath()); });
+    SaveRecentFiles();
     if (splash_) splash_->close();
     event->accept();
 }
 
+void wMain::SaveRecentFiles() {
+    Trap("wMain", "MDIForm_Unload", [this] { recentFiles_.Save(*this, IniParamProcs::IniFilePath()); });
+}
+
 // Every grid is asked before any is closed: a Cancel at the last question loses none of them.
 bool wMain::MDIForm_QueryUnload() {
+    if (!AskAboutEveryGrid()) return false;
+    for (const OpenGrid& grid : Grids()) grid->Discard();
+    return true;
+}
+
+bool wMain::AskAboutEveryGrid() {
     for (const OpenGrid& grid : Grids()) {
         if (!grid) continue;
         area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(grid->parentWidget()));
         if (!grid->AskBeforeUnload()) return false;
     }
-    for (const OpenGrid& grid : Grids()) grid->Discard();
     return true;
 }
 
@@ -160,6 +177,7 @@ void wMain::ShowDocumentWindow(std::unique_ptr<GridDocument> document) {
         grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     KeepCloseShortcut(*window);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
+    recovery_->Watch(*grid);
     MDIForm_Resize();
     window->show();
     area_->setActiveSubWindow(window);

@@ -21,6 +21,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QToolBar;
+class Recovery;
 class wGrid;
 class wSplash;
 
@@ -49,6 +50,14 @@ class wMain : public QMainWindow, public MainFrame {
 
     // Opens a grid file in a window of its own; true when a window now shows it. Reports what went wrong.
     bool OpenGridFile(const QString& file);
+
+    // ---- The end of the session, or of the process, that is not this window's doing.
+
+    // Nobody can be asked any more: what is not saved is kept for the next start, and a run is cancelled.
+    void EndNow();
+    // The session may end. Everything is kept, and unsaved grids are asked about where that is allowed.
+    // False: the user wants to go on.
+    bool CommitSession(bool mayAsk);
 
     OpenGrid ActiveGrid() const { return activeGrid_; }
     // The open ones, in the order in which they were made.
@@ -113,8 +122,12 @@ class wMain : public QMainWindow, public MainFrame {
 
     void MDIForm_Resize();
     bool MDIForm_QueryUnload();
+    bool AskAboutEveryGrid();
+    void SaveRecentFiles();
     void OpenCommandLine();
     void ShowSplash();
+    // Says what earlier runs that did not end orderly left, and brings it back.
+    void OfferLostGrids();
 
     // Shows the document in a new window and makes it the active grid.
     void ShowDocumentWindow(std::unique_ptr<GridDocument> document);
@@ -139,6 +152,7 @@ class wMain : public QMainWindow, public MainFrame {
     };
     std::array<ModeActions, ModeCount> modes_;
     MostRecentFilesClass recentFiles_;
+    std::unique_ptr<Recovery> recovery_;
     OpenGrid activeGrid_;
     QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;

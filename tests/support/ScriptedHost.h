@@ -82,6 +82,7 @@ class ScriptedHost : public platform::MessageBoxes,
     int MajorVersion() const override { return 12; }
     int MinorVersion() const override { return 34; }
     std::string CommandLine() const override { return commandLine; }
+    std::string StateFolder() const override { return PathOf("state"); }
     std::string HelpFile() const override { return helpFile_; }
     void HelpFile(const std::string& path) override { helpFile_ = path; }
 

@@ -103,6 +103,13 @@ class QtApplication : public platform::Application {
     std::string CommandLine() const override {
         return ToUtf8(QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')));
     }
+    // Only absolute folders count in the environment.
+    std::string StateFolder() const override {
+        const QString state = qEnvironmentVariable("XDG_STATE_HOME");
+        const QString home = qEnvironmentVariable("HOME");
+        if (state.startsWith(QLatin1Char('/'))) return ToUtf8(state) + "/ninarix";
+        return home.startsWith(QLatin1Char('/')) ? ToUtf8(home) + "/.local/state/ninarix" : std::string();
+    }
     std::string HelpFile() const override { return helpFile_; }
     void HelpFile(const std::string& path) override { helpFile_ = path; }
 
