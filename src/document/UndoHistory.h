@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -23,7 +24,7 @@ class UndoHistory {
         ends_.resize(position_);
         changes_.resize(StartOf(position_));
         changes_.insert(changes_.end(), step.begin(), step.end());
-        ends_.push_back(changes_.size());
+        ends_.push_back(static_cast<std::uint32_t>(changes_.size()));
         ++position_;
     }
 
@@ -63,7 +64,7 @@ class UndoHistory {
     std::size_t StartOf(std::size_t step) const { return step == 0 ? 0 : ends_[step - 1]; }
 
     std::vector<CellChange> changes_;
-    std::vector<std::size_t> ends_;  // of each step, in the changes
+    std::vector<std::uint32_t> ends_;  // of each step, in the changes
     std::size_t position_ = 0;
     std::optional<std::size_t> saved_ = 0;
 };

@@ -21,8 +21,7 @@ std::string Recovery::Folder() {
 
 Recovery::Recovery() : store_(Folder()) {
     timer_.setSingleShot(true);
-    timer_.setInterval(delay);
-    connect(&timer_, &QTimer::timeout, this, &Recovery::Keep);
+    connect(&timer_, &QTimer::timeout, this, &Recovery::KeepNext);
 }
 
 void Recovery::Watch(wGrid& grid) {
@@ -35,25 +34,27 @@ void Recovery::Watch(wGrid& grid) {
 
 void Recovery::Changed(int grid) {
     changed_.insert(grid);
-    if (!timer_.isActive()) timer_.start();
+    if (!timer_.isActive()) timer_.start(delay);
 }
 
-// Without the memory for a copy the next change tries again.
-void Recovery::Keep() try {
-    for (const int number : std::exchange(changed_, {})) {
-        const OpenGrid& grid = grids_[number];
-        if (!grid || !grid->Document().Modified()) {
-            store_.Drop(number);
-        } else {
-            store_.Keep(number, grid->Document().Snapshot());
-        }
+// A long history takes a millisecond to copy, so there is one grid at a time between two keys. Without the
+// memory for a copy the next change tries again.
+void Recovery::KeepNext() try {
+    if (changed_.empty()) return;
+    const int number = changed_.extract(changed_.begin()).value();
+    if (!changed_.empty()) timer_.start(0ms);
+    const OpenGrid& grid = grids_[number];
+    if (grid && grid->Document().Modified()) {
+        store_.Keep(number, grid->Document().Snapshot());
+    } else {
+        store_.Drop(number);
     }
 } catch (const std::bad_alloc&) {
 }
 
 bool Recovery::KeepNow() {
+    while (!changed_.empty()) KeepNext();
     timer_.stop();
-    Keep();
     return store_.Flush(longestWait);
 }
 

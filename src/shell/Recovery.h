@@ -11,7 +11,7 @@
 
 class wGrid;
 
-// Keeps the modified grids in recovery files: half a second after a change at the latest, without a wait for
+// Keeps the modified grids in recovery files: half a second after a change, without a wait for
 // the disk. A grid's file goes when the grid is saved or its window closed. Nothing runs while nothing
 // changes.
 class Recovery : public QObject {
@@ -32,7 +32,7 @@ class Recovery : public QObject {
 
   private:
     void Changed(int grid);
-    void Keep();
+    void KeepNext();
     void Forget(int grid);
 
     RecoveryStore store_;

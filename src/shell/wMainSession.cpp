@@ -54,9 +54,9 @@ MessageButton AskToRecover(const LostGrids& lost) {
                                         std::string(one ? "Une grille n'était pas enregistrée : "
                                                         : "Des grilles n'étaient pas enregistrées : ") +
                                         List(names, ", ") + ".\r\n" +
-                                        (one ? "Voulez-vous la récupérer ?\r\n\r\nNon l'abandonne"
-                                             : "Voulez-vous les récupérer ?\r\n\r\nNon les abandonne") +
-                                        ", Annuler repose la question au prochain démarrage.",
+                                        (one ? "Voulez-vous la récupérer ?\r\n\r\n« Non » l'abandonne"
+                                             : "Voulez-vous les récupérer ?\r\n\r\n« Non » les abandonne") +
+                                        ", « Annuler » repose la question au prochain démarrage.",
                                     MessageStyle::Information + MessageStyle::YesNoCancel);
 }
 
