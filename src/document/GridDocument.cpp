@@ -161,8 +161,8 @@ GridStates GridDocument::States() const {
 void GridDocument::Change(int index, const CellState& after) {
     clsCell& cell = Cell(index);
     const CellChange change{index, StateOf(cell), after};
+    history_.Register({&change, 1});  // may lack the memory, so it goes first
     ApplyState(cell, after);
-    history_.Register({&change, 1});
     Changed();
 }
 

@@ -191,6 +191,25 @@ tr -d '\r' <"$settings" | grep -qx "1=$puzzle" || fail 'the puzzle is not the fi
 
 # ---- A file on the command line.
 start "$branch"
+main 'Ninarix - branch'
+
+# ---- Told to end with unsaved work, and later killed: the next start brings it back.
+kept() { compgen -G "$HOME/.local/state/ninarix/recovery/*/1.nx3"; }
+click_cell 1 3 4
+until_true 'the grid is kept' kept
+kill -TERM "$app"
+ended
+start
+answer Return
+main 'Ninarix - branch'
+kill -KILL "$app"
+until_true 'the program is killed' gone "$app"
+start
+answer Return
+main 'Ninarix - branch'
+save "$branch"
+expect 'what came back' "$(records "$branch" | sed -n 3p)" '4|0|0'
 main 'Ninarix - branch' ctrl+q
 ended
+if kept; then fail 'a recovery file is left'; fi
 echo 'The whole session was played.'

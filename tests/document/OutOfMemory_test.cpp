@@ -1,0 +1,68 @@
+// Memory may run out at any allocation of a save or of a snapshot: nothing is lost, nothing half-written.
+
+#include <cstdlib>
+#include <new>
+
+#include "DocumentSupport.h"
+#include "support/ScriptedHost.h"
+
+namespace {
+int allocationsLeft = -1;  // below 0: no end
+}
+
+void* operator new(std::size_t size) {
+    if (allocationsLeft == 0) throw std::bad_alloc();
+    if (allocationsLeft > 0) --allocationsLeft;
+    if (void* memory = std::malloc(size)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+// Runs it with ever more memory until there is enough; returns how often there was not.
+template <class Action>
+int UntilEnough(Action&& action, const std::function<void()>& check) {
+    for (int failures = 0;; ++failures) {
+        allocationsLeft = failures;
+        try {
+            action();
+            allocationsLeft = -1;
+            return failures;
+        } catch (const std::bad_alloc&) {
+            allocationsLeft = -1;
+            check();
+        }
+    }
+}
+
+TEST(OutOfMemory, LeavesTheFileAndTheGridWhole) {
+    ScriptedHost host;
+    GridDocument document;
+    const std::string file = host.PathOf("a.nx3");
+    document.EnterValue(1, 5, {});
+    ASSERT_TRUE(document.SaveFile(file));
+    const std::string before = ScriptedHost::ReadFile(file);
+    document.EnterValue(2, 6, {});
+    const int saves = UntilEnough([&] { EXPECT_TRUE(document.SaveFile(file)); },
+                                  [&] {
+                                      const bool replaced = ScriptedHost::ReadFile(file) != before;
+                                      EXPECT_TRUE(document.Modified());
+                                      if (replaced) EXPECT_EQ(GridDocument().LoadFile(file), true);
+                                  });
+    GridDocument fresh;
+    UntilEnough([&] { fresh.EnterValue(3, 7, {}); }, [&] { EXPECT_EQ(StateText(fresh, 3), "0|0|0"); });
+    EXPECT_EQ(fresh.Undo(), 3);
+    EXPECT_FALSE(fresh.CanUndo());
+    const int snapshots = UntilEnough([&] { document.Snapshot(); }, [&] { EXPECT_TRUE(document.CanUndo()); });
+    EXPECT_GT(saves, 5);
+    EXPECT_GT(snapshots, 0);
+    EXPECT_FALSE(document.Modified());
+}
+
+}  // namespace
