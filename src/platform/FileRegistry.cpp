@@ -9,6 +9,7 @@
 
 #include "platform/AsciiText.h"
 #include "platform/DesktopAssociation.h"
+#include "platform/FolderLock.h"
 #include "platform/ProfileFile.h"
 #include "platform/SafeFile.h"
 

@@ -1,13 +1,10 @@
 #include "platform/SafeFile.h"
 
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -124,21 +121,6 @@ bool ReplaceFile(const std::string& path, std::string_view bytes) {
     }
     SyncFolder(FolderOfFile(target));
     return true;
-}
-
-FolderLock::FolderLock(const std::string& pathInFolder)
-    : descriptor_(open(FolderOfFile(pathInFolder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    using namespace std::chrono;
-    const auto deadline = steady_clock::now() + seconds(2);
-    // Any other failure means that this file system has no locks: nothing to wait for.
-    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) != 0 &&
-           (errno == EWOULDBLOCK || errno == EINTR) && steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(milliseconds(2));
-    }
-}
-
-FolderLock::~FolderLock() {
-    if (descriptor_ >= 0) close(descriptor_);
 }
 
 }  // namespace platform

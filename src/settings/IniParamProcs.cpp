@@ -1,5 +1,6 @@
 #include "settings/IniParamProcs.h"
 
+#include "platform/FolderLock.h"
 #include "platform/Host.h"
 
 namespace IniParamProcs {

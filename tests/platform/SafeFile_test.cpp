@@ -3,7 +3,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -125,17 +124,4 @@ TEST_F(SafeFile, OwnerAndPermissionsAreKeptAndNewFilesGetTheUsualOnes) {
     EXPECT_EQ(umask(before), 0027u) << "the process's own mask was changed";
     EXPECT_EQ(looks(host.PathOf("b.nx3")), std::tuple(0640u, getuid(), getgid()));
     files = 2;
-}
-
-TEST_F(SafeFile, LockHoldsOffOtherProcessesForItsOwnLifetime) {
-    const int folder = open(host.folder.c_str(), O_RDONLY | O_DIRECTORY);
-    {
-        const platform::FolderLock lock(path);
-        EXPECT_NE(flock(folder, LOCK_EX | LOCK_NB), 0);
-        // A stopped copy that never lets go: the wait ends all the same.
-        const platform::FolderLock second(path);
-    }
-    EXPECT_EQ(flock(folder, LOCK_EX | LOCK_NB), 0);
-    close(folder);
-    const platform::FolderLock nowhere(host.PathOf("none/a.nx3"));
 }
