@@ -103,7 +103,9 @@ bool CanWrite(const std::string& file) {
 int ChangeStore(const std::string& file, const std::function<bool(ProfileFile&)>& change) {
     const FolderLock lock(file);
     ProfileFile store;
-    if (!ReadStore(file, store) || !change(store) || !store.Write(file)) return RegistryError::AccessDenied;
+    if (!lock.MayWrite() || !ReadStore(file, store) || !change(store) || !store.Write(file)) {
+        return RegistryError::AccessDenied;
+    }
     return RegistryError::None;
 }
 

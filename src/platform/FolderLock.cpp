@@ -4,6 +4,7 @@
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <set>
 #include <sys/file.h>
 #include <thread>
 #include <unistd.h>
@@ -12,25 +13,70 @@ namespace platform {
 
 namespace {
 
+using namespace std::chrono;
+
+constexpr seconds longestWait(2);
+constexpr milliseconds politeTime(5);
+
+// What this process knows from its earlier locks.
+struct Memory {
+    std::set<std::filesystem::path> waitedInVain;
+    steady_clock::time_point released;
+};
+
+Memory& TheMemory() {
+    static Memory memory;
+    return memory;
+}
+
 std::filesystem::path FolderOf(const std::filesystem::path& file) {
     return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
 }
 
+// Of uneven length, so that two copies do not wait in step.
+void WaitShortly() {
+    const auto uneven = steady_clock::now().time_since_epoch() / nanoseconds(1) % 500;
+    std::this_thread::sleep_for(microseconds(100 + uneven));
+}
+
+enum class Outcome { Got, Taken, NoLocksHere };
+
+Outcome Try(int descriptor) {
+    int result = 0;
+    do {
+        result = flock(descriptor, LOCK_EX | LOCK_NB);
+    } while (result != 0 && errno == EINTR);
+    if (result == 0) return Outcome::Got;
+    return errno == EWOULDBLOCK ? Outcome::Taken : Outcome::NoLocksHere;
+}
+
 }  // namespace
 
-FolderLock::FolderLock(const std::string& pathInFolder)
-    : descriptor_(open(FolderOf(pathInFolder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    using namespace std::chrono;
-    const auto deadline = steady_clock::now() + seconds(2);
-    // Any other failure means that this file system has no locks: nothing to wait for.
-    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX | LOCK_NB) != 0 &&
-           (errno == EWOULDBLOCK || errno == EINTR) && steady_clock::now() < deadline) {
-        std::this_thread::sleep_for(milliseconds(2));
+FolderLock::FolderLock(const std::string& pathInFolder) {
+    const std::filesystem::path folder = FolderOf(pathInFolder);
+    descriptor_ = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor_ < 0) return;
+    // The system keeps no queue: without a pause a copy that locks again and again would shut out all others.
+    if (steady_clock::now() - TheMemory().released < politeTime) WaitShortly();
+    auto& waitedInVain = TheMemory().waitedInVain;
+    const auto deadline = steady_clock::now() + (waitedInVain.count(folder) > 0 ? seconds(0) : longestWait);
+    Outcome outcome = Try(descriptor_);
+    while (outcome == Outcome::Taken && steady_clock::now() < deadline) {
+        WaitShortly();
+        outcome = Try(descriptor_);
+    }
+    mayWrite_ = outcome != Outcome::Taken;
+    if (mayWrite_) {
+        waitedInVain.erase(folder);
+    } else {
+        waitedInVain.insert(folder);
     }
 }
 
 FolderLock::~FolderLock() {
-    if (descriptor_ >= 0) close(descriptor_);
+    if (descriptor_ < 0) return;
+    if (mayWrite_) TheMemory().released = steady_clock::now();
+    close(descriptor_);
 }
 
 }  // namespace platform
