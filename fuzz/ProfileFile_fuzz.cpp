@@ -43,12 +43,17 @@ Answers Oracle(std::string bytes) {
     Answers answers;
     std::map<std::string, int> seen;
     std::optional<std::string> section;
+    if (bytes.starts_with("\xFF\xFE")) {
+        bytes = platform::FromUtf16(std::string_view(bytes).substr(2), platform::ByteOrder::Little);
+    } else if (bytes.starts_with("\xFE\xFF")) {
+        bytes = platform::FromUtf16(std::string_view(bytes).substr(2), platform::ByteOrder::Big);
+    }
     if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
     while (!bytes.empty()) {
         const auto feed = bytes.find('\n');
         std::string line = bytes.substr(0, feed);
         bytes.erase(0, feed == std::string::npos ? feed : feed + 1);
-        if (line.ends_with('\r')) line.pop_back();
+        while (line.ends_with('\r')) line.pop_back();
         line = Trimmed(line);
         const auto bracket = line.find(']');
         const auto equals = line.find('=');
@@ -95,6 +100,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     platform::ProfileFile profile;
     profile.Parse(bytes);
+    if (!profile.IsWritable()) return 0;
+    Check(profile.Bytes() == bytes, "what is not touched stays");
     Answers expected = Oracle(bytes);
     CheckReadsLike(profile, expected);
     if (!profile.Set(section, key, value)) {

@@ -1,8 +1,9 @@
 #include "platform/ProfileFile.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <set>
 #include <unordered_map>
-#include <utility>
 
 #include "platform/AsciiText.h"
 
@@ -11,6 +12,7 @@ namespace platform {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view utf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};  // by ByteOrder
 constexpr std::string_view lineEnd = "\r\n";
 
 bool IsBlank(char c) {
@@ -35,6 +37,12 @@ struct NameEqual {
     bool operator()(std::string_view a, std::string_view b) const { return SameName(a, b); }
 };
 
+struct NameLess {
+    bool operator()(std::string_view a, std::string_view b) const {
+        return std::ranges::lexicographical_compare(a, b, {}, LowerCase, LowerCase);
+    }
+};
+
 // The name in a section's header line; nothing for any other line.
 std::optional<std::string_view> HeaderName(std::string_view line) {
     line = TrimBlanks(line);
@@ -53,12 +61,11 @@ std::optional<std::string_view> KeyOf(std::string_view line) {
     return TrimBlanks(trimmed.substr(0, equals));
 }
 
-std::string ValueOf(std::string_view line) {
+std::string_view ValueOf(std::string_view line) {
     std::string_view value = TrimBlanks(line.substr(line.find('=') + 1));
     const bool quoted =
         value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
-    if (quoted) value = value.substr(1, value.size() - 2);
-    return std::string(value);
+    return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
 // What ends the last of these lines, if nothing does. Of a cut CR LF only the LF is missing.
@@ -81,22 +88,37 @@ bool IsWritableKey(std::string_view name) {
 
 }  // namespace
 
-FileState ProfileFile::Read(const std::string& path) {
+FileState ProfileFile::Read(const std::string& path, std::uint64_t limit) {
     std::string bytes;
-    const FileState state = ReadWholeFile(path, bytes);
+    const FileState state = ReadWholeFile(path, bytes, limit);
     Parse(std::move(bytes));
     return state;
 }
 
 void ProfileFile::Parse(std::string bytes) {
-    bytes_ = std::move(bytes);
+    writable_ = true;
+    utf16_.reset();
+    for (const ByteOrder order : {ByteOrder::Little, ByteOrder::Big}) {
+        if (bytes.starts_with(utf16Marks[static_cast<std::size_t>(order)])) utf16_ = order;
+    }
+    if (!utf16_) {
+        bytes_ = std::move(bytes);
+        return;
+    }
+    bytes_ = FromUtf16(std::string_view(bytes).substr(2), *utf16_);
+    writable_ = Bytes() == bytes;
+}
+
+std::string ProfileFile::Bytes() const {
+    if (!utf16_) return bytes_;
+    return std::string(utf16Marks[static_cast<std::size_t>(*utf16_)]) + ToUtf16(bytes_, *utf16_);
 }
 
 ProfileFile::Line ProfileFile::LineAt(std::size_t start) const {
     const auto feed = bytes_.find('\n', start);
     const std::size_t next = feed == std::string::npos ? bytes_.size() : feed + 1;
     std::size_t end = feed == std::string::npos ? bytes_.size() : feed;
-    if (end > start && bytes_[end - 1] == '\r') --end;
+    while (end > start && bytes_[end - 1] == '\r') --end;
     return {start, end, next};
 }
 
@@ -135,7 +157,7 @@ std::optional<std::string> ProfileFile::Value(std::string_view section, std::str
     if (!header) return std::nullopt;
     const auto line = FindKey(*header, TrimBlanks(key));
     if (!line) return std::nullopt;
-    return ValueOf(Text(*line));
+    return std::string(ValueOf(Text(*line)));
 }
 
 std::vector<std::optional<std::string>> ProfileFile::Values(std::string_view section,
@@ -150,7 +172,8 @@ std::vector<std::optional<std::string>> ProfileFile::Values(std::string_view sec
         const auto name = KeyOf(Text(line));
         if (!name) continue;
         const auto [first, last] = wanted.equal_range(*name);
-        for (auto found = first; found != last; ++found) values[found->second] = ValueOf(Text(line));
+        for (auto found = first; found != last; ++found)
+            values[found->second] = std::string(ValueOf(Text(line)));
         wanted.erase(first, last);
     }
     return values;
@@ -203,7 +226,31 @@ void ProfileFile::RemoveSection(std::string_view section) {
 }
 
 bool ProfileFile::Write(const std::string& path) const {
-    return ReplaceFile(path, bytes_);
+    return writable_ && (utf16_ ? ReplaceFile(path, Bytes()) : ReplaceFile(path, bytes_));
+}
+
+ProfileIndex::ProfileIndex(const ProfileFile& profile) {
+    std::set<std::string_view, NameLess> sections;
+    for (ProfileFile::Line line; line.next < profile.bytes_.size();) {
+        line = profile.LineAt(line.next);
+        const auto section = HeaderName(profile.Text(line));
+        if (!section || !sections.insert(*section).second) continue;
+        for (ProfileFile::Line next = line; profile.NextInSection(next); line = next) {
+            const std::string_view text = profile.Text(next);
+            if (const auto key = KeyOf(text)) values_.try_emplace({*section, *key}, ValueOf(text));
+        }
+    }
+}
+
+std::optional<std::string_view> ProfileIndex::Value(std::string_view section, std::string_view key) const {
+    const auto found = values_.find({TrimBlanks(section), TrimBlanks(key)});
+    if (found == values_.end()) return std::nullopt;
+    return found->second;
+}
+
+bool ProfileIndex::Less::operator()(const Names& a, const Names& b) const {
+    if (!SameName(a.first, b.first)) return NameLess()(a.first, b.first);
+    return NameLess()(a.second, b.second);
 }
 
 }  // namespace platform

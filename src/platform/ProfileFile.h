@@ -1,11 +1,14 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/SafeFile.h"
+#include "platform/Utf16.h"
 
 namespace platform {
 
@@ -16,11 +19,15 @@ namespace platform {
 // blanks; the first matching section and in it the first matching key win. Lines that start with ";" are
 // comments. The section named "" has the header "[]" and is not the keys before any header. A matching
 // pair of quotes (' or ") around a value is dropped on reading. Both line ends and a byte order mark
-// are read; new lines end with CR LF; lines that are not touched keep every byte.
+// are read, any number of CRs before an LF included; new lines end with CR LF; lines that are not touched
+// keep every byte. UTF-16 with its byte order mark is read and written back as such; texts are UTF-8 here
+// then.
 class ProfileFile {
   public:
+    static constexpr std::uint64_t usualLimit = 256U << 20U;  // bytes
+
     // Starts empty. After a state other than Read the file is empty too.
-    FileState Read(const std::string& path);
+    FileState Read(const std::string& path, std::uint64_t limit = usualLimit);
     void Parse(std::string bytes);
 
     // The value without surrounding blanks; nothing if the section or the key is missing.
@@ -35,11 +42,16 @@ class ProfileFile {
     void RemoveKey(std::string_view section, std::string_view key);
     void RemoveSection(std::string_view section);
 
-    const std::string& Bytes() const { return bytes_; }
+    // The file as Write() would write it.
+    std::string Bytes() const;
+    // False as well for a file that was read and could not be written back as it was: broken UTF-16.
+    bool IsWritable() const { return writable_; }
     // See ReplaceFile.
     bool Write(const std::string& path) const;
 
   private:
+    friend class ProfileIndex;
+
     // Offsets into the bytes: a line without its end, and where the next one starts.
     struct Line {
         std::size_t start = 0;
@@ -55,7 +67,26 @@ class ProfileFile {
     std::optional<Line> FindKey(const Line& header, std::string_view key) const;
     void Append(std::string_view line);
 
-    std::string bytes_;
+    std::string bytes_;  // of a file in UTF-16: the text as UTF-8, without byte order mark
+    std::optional<ByteOrder> utf16_;
+    bool writable_ = true;
+};
+
+// All values of a profile file by their names, for whoever asks often. Borrows the file, which must not
+// change.
+class ProfileIndex {
+  public:
+    explicit ProfileIndex(const ProfileFile& profile);
+    // As ProfileFile::Value.
+    std::optional<std::string_view> Value(std::string_view section, std::string_view key) const;
+
+  private:
+    using Names = std::pair<std::string_view, std::string_view>;  // section and key
+    struct Less {
+        bool operator()(const Names& a, const Names& b) const;
+    };
+    // Ordered, not hashed: no file can make it slow.
+    std::map<Names, std::string_view, Less> values_;
 };
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/ProfileFile.h"
 
 #include <gtest/gtest.h>
+#include <iconv.h>
 
 using namespace std::string_literals;
 
@@ -12,10 +13,23 @@ platform::ProfileFile Parsed(const std::string& bytes) {
     return profile;
 }
 
+// A file in UTF-16 with its byte order mark, made by the system's own converter.
+std::string Utf16(std::string text, bool bigEndian) {
+    const iconv_t converter = iconv_open(bigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-8");
+    text.insert(0, "\xEF\xBB\xBF");
+    std::string units(text.size() * 2, '?');
+    char *from = text.data(), *to = units.data();
+    std::size_t left = text.size(), room = units.size();
+    EXPECT_EQ(iconv(converter, &from, &left, &to, &room), 0U) << text;
+    iconv_close(converter);
+    return units.substr(0, units.size() - room);
+}
+
 // The value of key "k" in section "s", asked alone and among others; "-" when there is none.
 std::string ValueOfK(const std::string& bytes) {
     const auto profile = Parsed(bytes);
     const auto value = profile.Value(" S\t", " k ");
+    EXPECT_EQ(platform::ProfileIndex(profile).Value("s ", "\tK"), value);
     EXPECT_EQ(profile.Values("s ", {"K ", "none", "k"}),
               (std::vector<std::optional<std::string>>{value, {}, value}));
     return value.value_or("-");
@@ -44,7 +58,10 @@ TEST(ProfileFile, ReadsWhatOtherProgramsWrite) {
         {"[s]\r\nk=''\r\n", ""},
         {"[s]\r\nk='v\"\r\n", "'v\""},
         {"[s]\r\nk=\"\r\n", "\""},
-        {"[s]\r\nk=xx\r\n", "xx"},
+        {"[s] \r\r\n k=v \r\r\n", "v"},
+        {"[s]\nk='v'\r\r", "v"},
+        {Utf16("[s]\r\nk=é€😀\r\n", false), "é€😀"},
+        {Utf16("[s]\nk=\"v\"\r\r\n", true), "v"},
         {"[s]\r\n;k=1\r\n ; k=2\r\nk=v\r\n", "v"},
         {"[s]\r\nk\r\n[k\r\n=1\r\nkk=2\r\n\n\r\nk=v\r\n", "v"},
         {"[s]\r\nk=1\0\x32\r\n"s, "1\0\x32"s},
@@ -64,6 +81,7 @@ TEST(ProfileFile, UntouchedLinesKeepEveryByte) {
     const std::string head = "\xEF\xBB\xBF; \xFF\xFE \n\r\n[ s ]\t;c\nj='1'  \n \tK\t=";
     const std::string tail = "\r\n;k=2\r\nk=4\n\xC3(\0=\x80\n[t] \r\r\n k=3\n[S]\nk=5"s;
     EXPECT_EQ(AfterSet(head + " old=x " + tail, "k", "new"), head + "new" + tail);
+    EXPECT_EQ(AfterSet("[s]\r\r\nk=old\r\r\nj=1\r\r\n", "k", "new"), "[s]\r\r\nk=new\r\r\nj=1\r\r\n");
 
     auto profile = Parsed(head + "old" + tail);
     profile.RemoveKey(" S", "k ");
@@ -104,5 +122,29 @@ TEST(ProfileFile, RefusesWhatCouldNotBeFoundAgain) {
         auto profile = Parsed("[s]\r\nk=v\r\n");
         EXPECT_FALSE(profile.Set(section, key, value)) << section << '|' << key << '|' << value;
         EXPECT_EQ(profile.Bytes(), "[s]\r\nk=v\r\n");
+    }
+}
+
+TEST(ProfileFile, Utf16StaysUtf16AndWhatIsBrokenIsNotWrittenOver) {
+    for (const bool big : {false, true}) {
+        const std::string head = "\uFFFD;\U0010FFFF😀\uE000\r\r\n[s]\nj=\u07FF\u0800";
+        EXPECT_EQ(AfterSet(Utf16(head, big), "k", "é😀"), Utf16(head + "\r\nk=é😀\r\n", big));
+        // No text of UTF-8, and still what was set is read back.
+        for (const auto* bytes :
+             {"\xE9t\xC3\xA9", "\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xF0\x9F\xC3", "\xF9\xAA\xAA\xAA"}) {
+            const std::string file = AfterSet(Utf16("", big), "k", bytes);
+            EXPECT_EQ(ValueOfK(file), bytes);
+            EXPECT_EQ(Parsed(file).Bytes(), file);
+        }
+        const auto unit = [&](char high, char low) {
+            return big ? std::string{high, low} : std::string{low, high};
+        };
+        const std::string intact = Utf16("[s]\r\nk=v\r\n;", big);
+        for (const std::string& end :
+             {unit('\xD8', 1), unit('\xDC', 1), "x"s, unit('\xDC', '\xC3') + unit('\xDC', '\xA9')}) {
+            EXPECT_EQ(ValueOfK(intact + end), "v");
+            EXPECT_FALSE(Parsed(intact + end).IsWritable()) << testing::PrintToString(end);
+        }
+        EXPECT_TRUE(Parsed(intact).IsWritable());
     }
 }
