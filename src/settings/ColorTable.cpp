@@ -11,7 +11,7 @@ Colors FromSettings(const Colors& byDefault) {
     const IniParamProcs::IniSnapshot settings;
     Colors colors{};
     for (Settings::Color row : Settings::Colors) {
-        row.byDefault = byDefault[row.Index()];
+        if (Settings::IsMissing(row, settings)) row.byDefault = byDefault[row.Index()];
         colors[row.Index()] = Settings::Read(row, settings);
     }
     return colors;

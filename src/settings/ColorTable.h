@@ -22,8 +22,8 @@ inline constexpr Colors Defaults = [] {
 // The shared table: filled at start-up and by the options dialog.
 Colors& Shared();
 
-// The colours as the settings file holds them now, read in one go. A missing key, or one that holds no
-// 24-bit colour, gives the default.
+// The colours as the settings file holds them now, read in one go. A missing key gives the default; one that
+// holds no 24-bit colour gives what a fresh file gets, as black on black would help nobody.
 Colors FromSettings(const Colors& byDefault = Defaults);
 
 }  // namespace ColorTable

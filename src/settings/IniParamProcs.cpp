@@ -1,5 +1,7 @@
 #include "settings/IniParamProcs.h"
 
+#include <optional>
+
 #include "platform/FolderLock.h"
 #include "platform/Host.h"
 
@@ -9,23 +11,34 @@ namespace {
 
 constexpr std::size_t longestValue = 1023;  // bytes
 
+std::optional<SettingsFile>& TheSettings() {
+    static std::optional<SettingsFile> settings;
+    return settings;
+}
+
+SettingsFile& SettingsAt(const std::string& file) {
+    auto& settings = TheSettings();
+    if (!settings || settings->Path() != file) settings.emplace(file);
+    return *settings;
+}
+
+std::shared_ptr<const ProfileContent> ContentOf(const std::string& file) {
+    if (file == IniFilePath()) return SettingsAt(file).Now();
+    return std::make_shared<const ProfileContent>(file, platform::ProfileFile::usualLimit);
+}
+
 // Reads, changes and writes a file while no other running copy does. A file that cannot be read is left
 // alone: writing would replace it by the one new key.
-template <class Change>
-void ChangeFile(const std::string& file, Change&& change) {
+void ChangeFile(const std::string& file, const std::vector<ProfileChange>& changes) {
+    if (file == IniFilePath()) return SettingsAt(file).Change(changes);
     const platform::FolderLock lock(file);
     platform::ProfileFile profile;
     const platform::FileState state = profile.Read(file);
-    if (state != platform::FileState::Read && state != platform::FileState::Missing) return;
+    const bool readable = state == platform::FileState::Read || state == platform::FileState::Missing;
+    if (!lock.MayWrite() || !readable) return;
     const std::string before = profile.Bytes();
-    change(profile);
+    for (const ProfileChange& change : changes) change.ApplyTo(profile);
     if (profile.Bytes() != before) profile.Write(file);
-}
-
-std::string ValueIn(const platform::ProfileFile& profile, std::string_view section, std::string_view key,
-                    std::string_view byDefault) {
-    const auto value = profile.Value(section, key);
-    return AsProfileString(value ? std::string_view(*value) : byDefault);
 }
 
 }  // namespace
@@ -48,22 +61,26 @@ std::string AsProfileString(std::string_view text) {
 
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view byDefault,
                               const std::string& file) {
-    platform::ProfileFile profile;
-    profile.Read(file);
-    return ValueIn(profile, section, key, byDefault);
+    return IniSnapshot(file).Read(section, key, byDefault);
 }
 
 void WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
                         const std::string& file) {
-    ChangeFile(file, [&](platform::ProfileFile& profile) { profile.Set(section, key, value); });
+    ProfileChanges changes(file);
+    changes.Write(section, key, value);
+    changes.Commit();
 }
 
 void DeleteProfileKey(std::string_view section, std::string_view key, const std::string& file) {
-    ChangeFile(file, [&](platform::ProfileFile& profile) { profile.RemoveKey(section, key); });
+    ProfileChanges changes(file);
+    changes.Delete(section, key);
+    changes.Commit();
 }
 
 void DeleteProfileSection(std::string_view section, const std::string& file) {
-    ChangeFile(file, [&](platform::ProfileFile& profile) { profile.RemoveSection(section); });
+    ProfileChanges changes(file);
+    changes.DeleteSection(section);
+    changes.Commit();
 }
 
 std::string IniFilePath() {
@@ -87,31 +104,36 @@ void DeleteIniSection(std::string_view section) {
     DeleteProfileSection(section, IniFilePath());
 }
 
+void TellFailures() {
+    SettingsAt(IniFilePath()).TellFailures();
+}
+
+void ForgetSettings() {
+    TheSettings().reset();
+}
+
+IniSnapshot::IniSnapshot(const std::string& file) : content_(ContentOf(file)) {}
+
 std::string IniSnapshot::Read(std::string_view section, std::string_view key,
                               std::string_view byDefault) const {
-    return ValueIn(profile_, section, key, byDefault);
+    return AsProfileString(content_->Value(section, key).value_or(byDefault));
 }
 
 void ProfileChanges::Write(std::string_view section, std::string_view key, std::string_view value) {
-    changes_.emplace_back(
-        [section = std::string(section), key = std::string(key),
-         value = std::string(value)](platform::ProfileFile& profile) { profile.Set(section, key, value); });
+    changes_.push_back(
+        {ProfileChange::Kind::Set, std::string(section), std::string(key), std::string(value)});
 }
 
 void ProfileChanges::Delete(std::string_view section, std::string_view key) {
-    changes_.emplace_back([section = std::string(section), key = std::string(key)](
-                              platform::ProfileFile& profile) { profile.RemoveKey(section, key); });
+    changes_.push_back({ProfileChange::Kind::RemoveKey, std::string(section), std::string(key), {}});
 }
 
 void ProfileChanges::DeleteSection(std::string_view section) {
-    changes_.emplace_back(
-        [section = std::string(section)](platform::ProfileFile& profile) { profile.RemoveSection(section); });
+    changes_.push_back({ProfileChange::Kind::RemoveSection, std::string(section), {}, {}});
 }
 
 void ProfileChanges::Commit() const {
-    ChangeFile(file_, [this](platform::ProfileFile& profile) {
-        for (const auto& change : changes_) change(profile);
-    });
+    ChangeFile(file_, changes_);
 }
 
 }  // namespace IniParamProcs

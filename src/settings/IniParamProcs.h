@@ -1,15 +1,16 @@
 #pragma once
 
-#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/ProfileFile.h"
+#include "settings/SettingsFile.h"
 
-// Profile files and, bound to one file, the program's settings. Nothing is cached: a value is read from disk
-// at the moment it is asked for. No routine reports a failure: a missing or unreadable file reads as all
-// defaults, a failed write is silent.
+// Profile files and, bound to one file, the program's settings. A value is what stands on disk at the moment
+// it is asked for. No routine reports a failure: a missing or unreadable file reads as all defaults, a failed
+// write is silent - but what cannot be written to the settings file is read all the same until the program
+// ends, and the user is told.
 namespace IniParamProcs {
 
 // The value of a key, cut to 1023 bytes (never inside a character) and at the first NUL, without
@@ -31,15 +32,23 @@ void WriteIniParam(std::string_view section, std::string_view key, std::string_v
 void DeleteIniParam(std::string_view section, std::string_view key);
 void DeleteIniSection(std::string_view section);
 
+// The start is over: the user is told if settings are not kept, now or as soon as it turns out. Once in a
+// run.
+void TellFailures();
+// Forgets what the run knows of the settings file, as the next run does.
+void ForgetSettings();
+
 // The settings, or another profile file, as they are now, for a reader of many keys: it is parsed once.
 class IniSnapshot {
   public:
     IniSnapshot() : IniSnapshot(IniFilePath()) {}
-    explicit IniSnapshot(const std::string& file) { profile_.Read(file); }
+    explicit IniSnapshot(const std::string& file);
     std::string Read(std::string_view section, std::string_view key, std::string_view byDefault) const;
+    // False if there may be values in the file that could not be read.
+    bool WasRead() const { return content_->WasRead(); }
 
   private:
-    platform::ProfileFile profile_;
+    std::shared_ptr<const ProfileContent> content_;
 };
 
 // Several changes of one profile file, written in one step: it is read once and replaced once.
@@ -54,7 +63,7 @@ class ProfileChanges {
 
   private:
     std::string file_;
-    std::vector<std::function<void(platform::ProfileFile&)>> changes_;
+    std::vector<ProfileChange> changes_;
 };
 
 }  // namespace IniParamProcs

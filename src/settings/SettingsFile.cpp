@@ -1,0 +1,191 @@
+#include "settings/SettingsFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/AsciiText.h"
+#include "platform/FolderLock.h"
+#include "platform/Host.h"
+
+namespace IniParamProcs {
+
+namespace {
+
+using platform::FileState;
+using platform::SameName;
+
+constexpr std::int64_t second = 1'000'000'000;
+constexpr std::int64_t tick = second / 50;  // systems stamp files every 1 to 10 ms
+
+std::int64_t Nanoseconds(const timespec& time) {
+    return time.tv_sec * second + time.tv_nsec;
+}
+
+std::int64_t SystemTime() {
+    using namespace std::chrono;
+    return duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
+}
+
+std::string FolderOf(const std::string& file) {
+    return std::filesystem::path(file).parent_path().string();
+}
+
+}  // namespace
+
+bool ProfileChange::ApplyTo(platform::ProfileFile& profile) const {
+    switch (kind) {
+        case Kind::Set:
+            return profile.Set(section, key, value);
+        case Kind::RemoveKey:
+            profile.RemoveKey(section, key);
+            return true;
+        case Kind::RemoveSection:
+            profile.RemoveSection(section);
+            return true;
+    }
+    return false;
+}
+
+bool ProfileChange::Replaces(const ProfileChange& earlier) const {
+    if (!SameName(section, earlier.section)) return false;
+    return kind == Kind::RemoveSection || (earlier.kind != Kind::RemoveSection && SameName(key, earlier.key));
+}
+
+ProfileContent::ProfileContent(const std::string& file, std::uint64_t limit,
+                               const std::vector<ProfileChange>& changes)
+    : state_(profile_.Read(file, limit)) {
+    for (const ProfileChange& change : changes) change.ApplyTo(profile_);
+    index_.emplace(profile_);
+}
+
+bool ProfileContent::WasRead() const {
+    return state_ == FileState::Read || state_ == FileState::Missing;
+}
+
+FileStamp FileStamp::Of(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return {};
+    return {status.st_dev, status.st_ino, status.st_size, Nanoseconds(status.st_mtim),
+            Nanoseconds(status.st_ctim)};
+}
+
+bool FileStamp::IsSettled(std::int64_t now) const {
+    // Whole seconds: a file system that does not know smaller ones.
+    const std::int64_t shortest = modified % second == 0 && changed % second == 0 ? 2 * second : tick;
+    return std::abs(now - modified) > shortest && std::abs(now - changed) > shortest;
+}
+
+std::shared_ptr<const ProfileContent> SettingsFile::Now() {
+    const std::int64_t now = SystemTime();
+    const FileStamp stamp = FileStamp::Of(path_);
+    if (content_ && stamp_ == stamp) return content_;
+    content_ = std::make_shared<const ProfileContent>(path_, limit, pending_);
+    if (!content_->WasRead()) {
+        failure_ = content_->State() == FileState::TooLarge ? Failure::TooLarge : Failure::Unreadable;
+    } else if (pending_.empty()) {
+        failure_ = Failure::None;
+    }
+    stamp_.reset();
+    if (stamp.IsSettled(now) && stamp == FileStamp::Of(path_)) stamp_ = stamp;
+    return content_;
+}
+
+void SettingsFile::Keep(const ProfileChange& change) {
+    std::erase_if(pending_, [&](const ProfileChange& earlier) { return change.Replaces(earlier); });
+    pending_.push_back(change);
+}
+
+void SettingsFile::Change(const std::vector<ProfileChange>& changes) {
+    const auto now = Now();
+    platform::ProfileFile wanted = now->Profile();
+    std::vector<ProfileChange> accepted;
+    for (const ProfileChange& change : changes) {
+        if (change.ApplyTo(wanted)) accepted.push_back(change);
+    }
+    // Nothing new: no lock, no write, and nothing that could fail.
+    if (pending_.empty() && wanted.Bytes() == now->Profile().Bytes()) return;
+    for (const ProfileChange& change : accepted) Keep(change);
+    failure_ = WritePending();
+    if (failure_ == Failure::None) pending_.clear();
+    stamp_.reset();
+    if (telling_ && failure_ != Failure::None) Tell();
+}
+
+SettingsFile::Failure SettingsFile::WritePending() {
+    const platform::FolderLock lock(path_);
+    if (!lock.MayWrite()) return WhyNotLocked();
+    platform::ProfileFile profile;
+    const FileState state = profile.Read(path_, limit);
+    if (state == FileState::TooLarge) return Failure::TooLarge;
+    const bool readable = state == FileState::Read || state == FileState::Missing;
+    // Written anew, the file would lose all that could not be read.
+    if (!readable || !profile.IsWritable()) return Failure::Unreadable;
+    const std::string before = profile.Bytes();
+    for (const ProfileChange& change : pending_) change.ApplyTo(profile);
+    const std::string after = profile.Bytes();
+    if (after == before) return Failure::None;
+    if (after.size() > limit) return Failure::TooLarge;  // it could not be read again
+    errno = 0;
+    return profile.Write(path_) ? Failure::None : WhyNotWritten(errno);
+}
+
+SettingsFile::Failure SettingsFile::WhyNotLocked() const {
+    const std::string folder = FolderOf(path_);
+    if (access(folder.c_str(), R_OK) == 0) return Failure::Busy;
+    return errno == EACCES ? Failure::FolderProtected : Failure::NoFolder;
+}
+
+SettingsFile::Failure SettingsFile::WhyNotWritten(int error) const {
+    const std::string folder = FolderOf(path_);
+    if (access(folder.c_str(), W_OK) != 0) return Failure::FolderProtected;
+    if (access(path_.c_str(), F_OK) == 0 && access(path_.c_str(), W_OK) != 0) return Failure::FileProtected;
+    struct statvfs space {};
+    const bool full = statvfs(folder.c_str(), &space) == 0 && space.f_bavail == 0;
+    return full || error == ENOSPC || error == EDQUOT ? Failure::DiskFull : Failure::Other;
+}
+
+void SettingsFile::TellFailures() {
+    telling_ = true;
+    Now();
+    if (failure_ != Failure::None) Tell();
+}
+
+void SettingsFile::Tell() {
+    if (std::exchange(told_, true)) return;
+    const auto cause = [this]() -> std::string_view {
+        switch (failure_) {
+            case Failure::FolderProtected:
+                return "dossier protégé en écriture";
+            case Failure::FileProtected:
+                return "fichier protégé en écriture";
+            case Failure::NoFolder:
+                return "dossier introuvable";
+            case Failure::DiskFull:
+                return "disque plein";
+            case Failure::Busy:
+                return "fichier occupé par un autre programme";
+            case Failure::Unreadable:
+                return "fichier illisible";
+            case Failure::TooLarge:
+                return "fichier trop grand";
+            case Failure::None:
+            case Failure::Other:
+                break;
+        }
+        return "erreur d'écriture";
+    };
+    std::string text =
+        "Les préférences ne peuvent pas être enregistrées.\r\n"
+        "Elles seront perdues à la fermeture du programme.\r\n\r\nFichier : ";
+    text.append(path_).append("\r\nCause : ").append(cause());
+    platform::TheHost().messages->Show(text, platform::MessageStyle::Exclamation);
+}
+
+}  // namespace IniParamProcs
