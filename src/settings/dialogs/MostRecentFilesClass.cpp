@@ -63,15 +63,27 @@ QString AsCaption(std::string_view text) {
     return AsText(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-void FillEntry(QAction& entry, const QString& caption, const QString& path) {
+std::string PathOfEntry(const QAction& entry) {
+    return entry.data().toByteArray().toStdString();
+}
+
+// The path's bytes are kept as they are: not every name of a file is a text.
+void FillEntry(QAction& entry, const QString& caption, const std::string& path) {
     entry.setText(caption);
-    entry.setData(path);
-    entry.setToolTip(path);
-    entry.setStatusTip(path);
+    entry.setData(QByteArray::fromStdString(path));
+    entry.setToolTip(AsText(path));
+    entry.setStatusTip(AsText(path));
 }
 
 void MoveEntries(const QWidget& window, int from, int to) {
-    FillEntry(*Entry(window, to), Entry(window, from)->text(), Entry(window, from)->data().toString());
+    FillEntry(*Entry(window, to), Entry(window, from)->text(), PathOfEntry(*Entry(window, from)));
+}
+
+bool IsSamePath(const std::string& one, const std::string& other) {
+    const QString text = AsText(one);
+    if (text.compare(AsText(other), Qt::CaseInsensitive) != 0) return false;
+    // Bytes that are no text all look alike.
+    return one == other || !text.contains(QChar::ReplacementCharacter);
 }
 
 bool IsSeparator(QChar c) {
@@ -101,13 +113,9 @@ std::string MostRecentFilesClass::ShortCaption(std::string_view path, std::strin
 
 void MostRecentFilesClass::Add(QWidget& window, const std::string& path) {
     Trap("MostRecentFilesClass", "Add", [&] {
-        const QString tag = QString::fromStdString(path);
         const int count = EntryCount(window);
         int place = 1;
-        while (place <= count &&
-               Entry(window, place)->data().toString().compare(tag, Qt::CaseInsensitive) != 0) {
-            ++place;
-        }
+        while (place <= count && !IsSamePath(path, PathOf(window, place))) ++place;
         QString caption = AsCaption(ShortCaption(path, paramSep_));
         if (place <= count) {
             caption = Entry(window, place)->text();
@@ -118,7 +126,7 @@ void MostRecentFilesClass::Add(QWidget& window, const std::string& path) {
         }
         if (place < 1) return;
         for (int i = place; i > 1; --i) MoveEntries(window, i - 1, i);
-        FillEntry(*Entry(window, 1), caption, tag);
+        FillEntry(*Entry(window, 1), caption, path);
         ShowSeparator(window);
     });
 }
@@ -126,16 +134,19 @@ void MostRecentFilesClass::Add(QWidget& window, const std::string& path) {
 void MostRecentFilesClass::Load(QWidget& window, const std::string& file) {
     Trap("MostRecentFilesClass", "Load", [&] {
         const Settings::IniSnapshot stored(file);
+        if (!stored.WasRead()) return;
         for (int i = maxRecent_; i >= 1; --i) {
             const std::string path = Settings::Read(Settings::RecentFiles, i, stored);
             if (!path.empty()) Add(window, path);
         }
         ShowSeparator(window);
+        loaded_ = true;
     });
 }
 
 void MostRecentFilesClass::Save(QWidget& window, const std::string& file) {
     Trap("MostRecentFilesClass", "Save", [&] {
+        if (!loaded_) return;
         // The old list always leaves the settings file; when that is the file to write, in the same step.
         Settings::ProfileChanges changes(file);
         if (file == IniParamProcs::IniFilePath()) {
@@ -171,5 +182,5 @@ void MostRecentFilesClass::Delete(QWidget& window, int index) {
 
 std::string MostRecentFilesClass::PathOf(const QWidget& window, int index) {
     const QAction* entry = index >= 1 ? Entry(window, index) : nullptr;
-    return entry ? entry->data().toString().toStdString() : std::string();
+    return entry ? PathOfEntry(*entry) : std::string();
 }

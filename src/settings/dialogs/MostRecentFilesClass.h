@@ -9,8 +9,9 @@ class QWidget;
 
 // The recently used files as entries of a window's menu. The window carries an action "mnuFileMRU" (entry 0,
 // always hidden) in a menu and a separator "mnuFileSepMRU"; entries 1..n follow entry 0 and are found by
-// their names "mnuFileMRU(i)" at run time, so the list itself keeps none. Entry i's data is the whole path,
-// its caption a shortened one. A triggered entry calls the window's slot mnuFileMRU_Click(int).
+// their names "mnuFileMRU(i)" at run time, so the list itself keeps none. Entry i's data holds the bytes of
+// the whole path, its caption is a shortened one. A triggered entry calls the window's slot
+// mnuFileMRU_Click(int).
 class MostRecentFilesClass {
   public:
     int MaxRecent() const { return maxRecent_; }
@@ -23,7 +24,8 @@ class MostRecentFilesClass {
     // Puts the path at the top of the list.
     void Add(QWidget& window, const std::string& path);
 
-    // Fills the list from, or writes it to, a profile file.
+    // Fills the list from, or writes it to, a profile file. A list that could not be loaded is not written:
+    // the file may hold entries that this one lacks.
     void Load(QWidget& window, const std::string& file);
     void Save(QWidget& window, const std::string& file);
 
@@ -39,5 +41,6 @@ class MostRecentFilesClass {
   private:
     int maxRecent_ = 5;
     std::string paramSep_ = ",";
+    bool loaded_ = false;
     std::string errorMsg_ = "Le fichier \"*\" n'existe plus ou a été déplacé";
 };
