@@ -81,32 +81,42 @@ void wMain::MDIForm_Load() {
             show();
             ShowSplash();
         }
-        if (Settings::IsMissing(Settings::Colors.front())) WriteFirstSettings();
-        // Where settings cannot be written there is still nothing to read, and black on black helps nobody.
-        const bool written = !Settings::IsMissing(Settings::Colors.front());
+        // What a file holds that cannot be read now must not be replaced by defaults later.
+        const bool readable = Settings::IniSnapshot().WasRead();
+        if (readable && Settings::IsMissing(Settings::Colors.front())) WriteFirstSettings();
         ColorTable::Shared() =
-            ColorTable::FromSettings(written ? ColorTable::Colors{} : ColorTable::Defaults);
-        if (Settings::ReadStrict(Settings::NoAutoMasks)) mnuGridNoAutoMasks_Click();
-        if (Settings::ReadStrict(Settings::GridHelpNone)) mnuGridHelpNone_Click();
+            ColorTable::FromSettings(readable ? ColorTable::Colors{} : ColorTable::Defaults);
+        // A flag that does not convert is reported and counts as false; the start goes on.
+        const auto isSet = [](const Settings::Flag& row) {
+            return Trap("wMain", "MDIForm_Load", [&] { return Settings::ReadStrict(row); });
+        };
+        if (isSet(Settings::NoAutoMasks)) mnuGridNoAutoMasks_Click();
+        if (isSet(Settings::GridHelpNone)) mnuGridHelpNone_Click();
         recentFiles_.MaxRecent(Settings::RecentFiles.last);
         recentFiles_.Load(*this, IniParamProcs::IniFilePath());
         UpdateColors();
     });
-    // A setting that cannot be read ends the sequence, not the program.
     show();
-    // The splash must not lie over the question.
+    // The splash must not lie over a question.
     if (splash_) {
-        connect(splash_, &QObject::destroyed, this, &wMain::OfferLostGrids, Qt::QueuedConnection);
+        connect(splash_, &QObject::destroyed, this, &wMain::AfterStart, Qt::QueuedConnection);
     } else {
-        QTimer::singleShot(0, this, &wMain::OfferLostGrids);
+        QTimer::singleShot(0, this, &wMain::AfterStart);
     }
 }
 
-// A first start: the options dialog, unseen, writes what it starts with.
+// A first start: the options dialog, unseen, writes what it starts with. What the file holds already stays.
 void wMain::WriteFirstSettings() {
+    const Settings::IniSnapshot before;
     wOptions options(this);
     options.chkColorChanged().setChecked(true);
     options.cmdCommands_Click(1);
+    Settings::ProfileChanges kept;
+    Settings::ForEach([&](const auto& row) {
+        if (!Settings::IsMissing(row, before))
+            kept.Write(row.section, row.key, before.Read(row.section, row.key, {}));
+    });
+    kept.Commit();
 }
 
 void wMain::OpenCommandLine() {

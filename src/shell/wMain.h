@@ -126,6 +126,8 @@ class wMain : public QMainWindow, public MainFrame {
     void SaveRecentFiles();
     void OpenCommandLine();
     void ShowSplash();
+    // What the start has to ask and to tell.
+    void AfterStart();
     // Says what earlier runs that did not end orderly left, and brings it back.
     void OfferLostGrids();
 

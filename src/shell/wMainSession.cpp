@@ -72,10 +72,16 @@ std::int16_t NumberOf(std::string_view caption) {
 
 }  // namespace
 
+void wMain::AfterStart() {
+    if (!isVisible()) return;
+    OfferLostGrids();
+    Trap("wMain", "MDIForm_Load", IniParamProcs::TellFailures);
+}
+
 void wMain::OfferLostGrids() {
     Trap("wMain", "OfferLostGrids", [this] {
         const std::string folder = Recovery::Folder();
-        if (folder.empty() || !isVisible()) return;
+        if (folder.empty()) return;
         LostGrids lost(folder);
         NameDamaged(lost);
         if (lost.Grids().empty()) return lost.Remove();

@@ -103,13 +103,64 @@ TEST_F(StartUp, WhatWasKeptComesBack) {
     EXPECT_EQ(Setting("MRU", "9") + Setting("MRU", "10"), "/jeux/9none");
 }
 
-TEST_F(StartUp, ASettingThatCannotBeReadEndsTheSequenceNotTheProgram) {
-    Setting("Options", "NoAutoMasks", "abc");
+// Faults: the start ends at a wrong word, and the list that was not loaded is wiped at the end; a wrong word,
+// or bytes that are no text, are replaced.
+TEST_F(StartUp, AWrongWordInAnyKeyCostsNothingElse) {
+    const auto start = [&](std::string_view section, std::string_view key, bool reported) {
+        std::string file =
+            "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\nGridSize=12\xE9\r\n[Impression]\r\n[CustomColors]"
+            "\r\n[Files]\r\n"
+            "LastSaved=/\xC9t\xE9\r\n[MRU]\r\n1=/jeux/\xE9.nx3\r\n2=/jeux/\xE8.nx3\r\n";
+        platform::ProfileFile profile;
+        profile.Parse(file);
+        profile.Set(section, key, "\xE9t\xE9");
+        file = profile.Bytes();
+        ScriptedHost::WriteFile(IniParamProcs::IniFilePath(), file);
+        const std::size_t boxes = host.boxes.size();
+        if (reported) host.Expect(MessageButton::Ok);
+        Start();
+        EXPECT_TRUE(main->isVisible() && !main->MasksHidden() && !main->ManualMasks());
+        EXPECT_EQ(host.boxes.size() - boxes, reported ? 1U : 0U) << key;
+        EXPECT_TRUE(!reported || LastBox().starts_with("16 Error Nr 13")) << LastBox();
+        EXPECT_TRUE(!reported || LastBox().ends_with("Object : MDIForm\r\nEvent : Load")) << LastBox();
+        main->close();
+        EXPECT_EQ(ScriptedHost::ReadFile(IniParamProcs::IniFilePath()), file) << key;
+    };
+    Settings::ForEach([&](const auto& row) {
+        start(row.section, row.key, row.key == "NoAutoMasks" || row.key == "GridHelpNone");
+    });
+    start("CustomColors", "3", false);
+    start("MRU", "2", false);
+    start("Options", "Color_0", false);
+    EXPECT_EQ(ColorTable::Shared()[0], 0xFFFFFFU);
+}
+
+TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
+    const std::string file = IniParamProcs::IniFilePath(), old = ScriptedHost::ReadFile(file);
+    std::filesystem::rename(file, file + "~");
+    std::filesystem::create_directory(file);
+    ColorTable::Shared() = {};
     host.Expect(MessageButton::Ok);
+    host.onShow = [this] { EXPECT_TRUE(main->isVisible()); };
+    main = std::make_unique<wMain>();
+    main->MDIForm_Load();
+    EXPECT_TRUE(host.boxes.empty());
+    ServeEvents();
+    EXPECT_TRUE(LastBox().ends_with("fichier illisible")) << LastBox();
+    EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
+    std::filesystem::remove(file);
+    std::filesystem::rename(file + "~", file);
+    main->close();
+    EXPECT_EQ(ScriptedHost::ReadFile(file), old);
+}
+
+TEST_F(StartUp, AFirstStartKeepsWhatIsThereAlready) {
+    const std::string file = IniParamProcs::IniFilePath();
+    ScriptedHost::WriteFile(file, "[Options]\r\nNoSplash=1\r\nGridSize=12\xE9\r\nLevelValue=cinq\r\n");
     Start();
-    EXPECT_TRUE(LastBox().starts_with("16 Error Nr 13")) << LastBox();
-    EXPECT_TRUE(LastBox().ends_with("Object : MDIForm\r\nEvent : Load")) << LastBox();
-    EXPECT_TRUE(main->isVisible());
+    for (const char* line : {"GridSize=12\xE9\r", "LevelValue=cinq\r", "Color_0=16777215\r"}) {
+        EXPECT_NE(ScriptedHost::ReadFile(file).find(line), std::string::npos) << line;
+    }
 }
 
 // ---- The windows.
