@@ -62,8 +62,8 @@ struct FileStamp {
 // succeeds.
 class SettingsFile {
   public:
-    // A larger file is neither read nor written.
-    static constexpr std::uint64_t limit = 1U << 20U;
+    // Bytes. A larger file is neither read nor written, so that no click waits for it; a full one has 12,000.
+    static constexpr std::uint64_t limit = 1U << 18U;
 
     explicit SettingsFile(std::string path) : path_(std::move(path)) {}
     const std::string& Path() const { return path_; }

@@ -1,8 +1,6 @@
 #include "platform/FileRegistry.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "platform/DesktopAssociation.h"
 #include "support/ScriptedHost.h"
@@ -99,17 +97,6 @@ TEST_F(RegistryInAFile, StoreThatCannotBeReadRefusesEverything) {
         EXPECT_NE(blocked.Open(classes, "Type", RegistryAccess::QueryValue, key), 0) << bad;
         EXPECT_EQ(blocked.Create(classes, "Type", "Class", RegistryAccess::All, key), 5) << bad;
     }
-}
-
-TEST_F(RegistryInAFile, CopiesThatStartTogetherLoseNoKeys) {
-    for (const auto* name : {"A", "B", "C"}) {
-        if (fork() != 0) continue;
-        for (int i = 0; i < 10; ++i) Created(name + std::to_string(i))->SetString({}, name);
-        _exit(HasFailure());
-    }
-    for (int status = 0; wait(&status) > 0;) EXPECT_EQ(status, 0);
-    const std::string stored = ScriptedHost::ReadFile(file);
-    EXPECT_EQ(std::count(stored.begin(), stored.end(), '@'), 30);
 }
 
 TEST_F(RegistryInAFile, ExtensionOfAnotherTypeReadsAsOwnedAndIsReadOnly) {

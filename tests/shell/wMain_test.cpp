@@ -83,12 +83,14 @@ TEST_F(StartUp, TheSplashIsClosedByItsTimerTheAboutBoxByItsReader) {
 
 // ---- Settings.
 
-TEST_F(StartUp, AFirstStartWritesTheColoursBeforeItReadsThem) {
+TEST_F(StartUp, AFirstStartWritesWhatIsMissingBeforeItReadsTheColours) {
+    const std::string kept = "GridSize=12\xE9\r\nLevelValue=cinq\r\n";
+    ScriptedHost::WriteFile(IniParamProcs::IniFilePath(), "[Options]\r\nNoSplash=1\r\n" + kept);
     ColorTable::Shared() = {};
-    IniParamProcs::DeleteIniParam("Options", "Color_0");
     Start();
     EXPECT_EQ(Setting("Options", "Color_0") + Setting("Options", "Color_3"), "16777215255");
     EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
+    EXPECT_NE(ScriptedHost::ReadFile(IniParamProcs::IniFilePath()).find(kept), std::string::npos);
 }
 
 TEST_F(StartUp, WhatWasKeptComesBack) {
@@ -139,28 +141,15 @@ TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
     const std::string file = IniParamProcs::IniFilePath(), old = ScriptedHost::ReadFile(file);
     std::filesystem::rename(file, file + "~");
     std::filesystem::create_directory(file);
-    ColorTable::Shared() = {};
     host.Expect(MessageButton::Ok);
-    host.onShow = [this] { EXPECT_TRUE(main->isVisible()); };
-    main = std::make_unique<wMain>();
-    main->MDIForm_Load();
-    EXPECT_TRUE(host.boxes.empty());
-    ServeEvents();
+    host.onShow = [this] { EXPECT_TRUE(main && main->isVisible()); };
+    Start();
     EXPECT_TRUE(LastBox().ends_with("fichier illisible")) << LastBox();
     EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
     std::filesystem::remove(file);
     std::filesystem::rename(file + "~", file);
     main->close();
     EXPECT_EQ(ScriptedHost::ReadFile(file), old);
-}
-
-TEST_F(StartUp, AFirstStartKeepsWhatIsThereAlready) {
-    const std::string file = IniParamProcs::IniFilePath();
-    ScriptedHost::WriteFile(file, "[Options]\r\nNoSplash=1\r\nGridSize=12\xE9\r\nLevelValue=cinq\r\n");
-    Start();
-    for (const char* line : {"GridSize=12\xE9\r", "LevelValue=cinq\r", "Color_0=16777215\r"}) {
-        EXPECT_NE(ScriptedHost::ReadFile(file).find(line), std::string::npos) << line;
-    }
 }
 
 // ---- The windows.
