@@ -182,8 +182,8 @@ void SettingsFile::Tell() {
         return "erreur d'écriture";
     };
     std::string text =
-        "Les préférences ne peuvent pas être enregistrées.\r\n"
-        "Elles seront perdues à la fermeture du programme.\r\n\r\nFichier : ";
+        "Les préférences ne sont pas conservées.\r\n"
+        "Elles ne valent que jusqu'à la fermeture du programme.\r\n\r\nFichier : ";
     text.append(path_).append("\r\nCause : ").append(cause());
     platform::TheHost().messages->Show(text, platform::MessageStyle::Exclamation);
 }

@@ -1,5 +1,7 @@
 #include "settings/IniParamProcs.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -40,7 +42,7 @@ TEST(SettingsFile, ReadsTrimmedFromOneSectionInWhateverSpelling) {
 // Faults: a value that could not be written is gone, or never gets into the file; a file is written over that
 // could not be read; the user is told during the start, twice, never, or the wrong cause.
 void CheckThatSettingsLiveOn(const std::string& cause, bool atTheStart,
-                             const std::function<void(const std::string& file)>& hinder) {
+                             const std::function<void(const std::string& file, int folder)>& hinder) {
     ScriptedHost host;
     const std::string file = IniFilePath(), before = "[S]\r\n; \xE9\r\nA=old\r\nB=old\r\n[T]\r\nC=old\r\n";
     ScriptedHost::WriteFile(file + "~", before);
@@ -49,7 +51,8 @@ void CheckThatSettingsLiveOn(const std::string& cause, bool atTheStart,
         TellFailures();
         host.Expect(platform::MessageButton::Ok);
     }
-    hinder(file);
+    const int folder = open(host.folder.c_str(), O_RDONLY | O_CLOEXEC);
+    hinder(file, folder);
     const auto size = std::filesystem::is_regular_file(file) ? std::filesystem::file_size(file) : 0;
     WriteIniParam("s", "a", "new");
     ProfileChanges changes;
@@ -71,7 +74,8 @@ void CheckThatSettingsLiveOn(const std::string& cause, bool atTheStart,
     EXPECT_TRUE(host.boxes[0].text.ends_with("Fichier : " + file + "\r\nCause : " + cause))
         << host.boxes[0].text;
     EXPECT_TRUE(std::filesystem::is_directory(file) || std::filesystem::file_size(file) == size);
-    chmod(host.folder.c_str(), 0755);
+    fchmod(folder, 0755);
+    close(folder);
     std::filesystem::remove(file);
     std::filesystem::rename(file + "~", file);
     WriteIniParam("S", "A", "newer");
@@ -82,26 +86,28 @@ void CheckThatSettingsLiveOn(const std::string& cause, bool atTheStart,
 
 TEST(SettingsFile, WhatCannotBeWrittenLivesOnAndIsToldOnce) {
     const std::string unreadable = "fichier illisible", large = "fichier trop grand";
-    CheckThatSettingsLiveOn(unreadable, true, [](const auto& file) {
+    CheckThatSettingsLiveOn(unreadable, true, [](const auto& file, int) {
         std::filesystem::remove(file);
         std::filesystem::create_directory(file);
     });
     CheckThatSettingsLiveOn(unreadable, false,
-                            [](const auto& file) { ScriptedHost::WriteFile(file, "\xFF\xFE\xD8"); });
-    CheckThatSettingsLiveOn(
-        large, true, [](const auto& file) { std::filesystem::resize_file(file, std::uintmax_t{1} << 40); });
-    CheckThatSettingsLiveOn(large, false, [](const auto& file) {
+                            [](const auto& file, int) { ScriptedHost::WriteFile(file, "\xFF\xFE\xD8"); });
+    CheckThatSettingsLiveOn(large, true, [](const auto& file, int) {
+        std::filesystem::resize_file(file, std::uintmax_t{1} << 40);
+    });
+    CheckThatSettingsLiveOn(large, false, [](const auto& file, int) {
         ScriptedHost::WriteFile(file, std::string(SettingsFile::limit - 3, '\n'));
     });
+    CheckThatSettingsLiveOn("fichier occupé par un autre programme", true,
+                            [](const auto&, int folder) { flock(folder, LOCK_EX); });
     // Nothing is protected from root.
     const pid_t child = fork();
     if (child == 0) {
         if (getuid() == 0 && setresuid(65534, 65534, 65534) != 0) _exit(1);
-        CheckThatSettingsLiveOn("dossier protégé en écriture", true, [](const auto& file) {
-            chmod(std::filesystem::path(file).parent_path().c_str(), 0555);
-        });
+        CheckThatSettingsLiveOn("dossier protégé en écriture", true,
+                                [](const auto&, int folder) { fchmod(folder, 0555); });
         CheckThatSettingsLiveOn("fichier protégé en écriture", false,
-                                [](const auto& file) { chmod(file.c_str(), 0444); });
+                                [](const auto& file, int) { chmod(file.c_str(), 0444); });
         _exit(HasFailure());
     }
     int status = 0;
