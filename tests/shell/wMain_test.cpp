@@ -108,25 +108,23 @@ TEST_F(StartUp, WhatWasKeptComesBack) {
 // Faults: the start ends at a wrong word, and the list that was not loaded is wiped at the end; a wrong word,
 // or bytes that are no text, are replaced.
 TEST_F(StartUp, AWrongWordInAnyKeyCostsNothingElse) {
+    const std::string file = IniParamProcs::IniFilePath();
     const auto start = [&](std::string_view section, std::string_view key, bool reported) {
-        std::string file =
+        ScriptedHost::WriteFile(
+            file,
             "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\nGridSize=12\xE9\r\n[Impression]\r\n[CustomColors]"
-            "\r\n[Files]\r\n"
-            "LastSaved=/\xC9t\xE9\r\n[MRU]\r\n1=/jeux/\xE9.nx3\r\n2=/jeux/\xE8.nx3\r\n";
-        platform::ProfileFile profile;
-        profile.Parse(file);
-        profile.Set(section, key, "\xE9t\xE9");
-        file = profile.Bytes();
-        ScriptedHost::WriteFile(IniParamProcs::IniFilePath(), file);
-        const std::size_t boxes = host.boxes.size();
+            "\r\n"
+            "[Files]\r\nLastSaved=/\xC9t\xE9\r\n[MRU]\r\n1=/jeux/\xE9.nx3\r\n2=/jeux/\xE8.nx3\r\n");
+        IniParamProcs::WriteIniParam(section, key, "\xE9t\xE9");
+        const std::string before = ScriptedHost::ReadFile(file);
         if (reported) host.Expect(MessageButton::Ok);
         Start();
         EXPECT_TRUE(main->isVisible() && !main->MasksHidden() && !main->ManualMasks());
-        EXPECT_EQ(host.boxes.size() - boxes, reported ? 1U : 0U) << key;
-        EXPECT_TRUE(!reported || LastBox().starts_with("16 Error Nr 13")) << LastBox();
-        EXPECT_TRUE(!reported || LastBox().ends_with("Object : MDIForm\r\nEvent : Load")) << LastBox();
+        EXPECT_TRUE(!reported || (LastBox().starts_with("16 Error Nr 13") &&
+                                  LastBox().ends_with("Object : MDIForm\r\nEvent : Load")))
+            << LastBox();
         main->close();
-        EXPECT_EQ(ScriptedHost::ReadFile(IniParamProcs::IniFilePath()), file) << key;
+        EXPECT_EQ(ScriptedHost::ReadFile(file), before) << key;
     };
     Settings::ForEach([&](const auto& row) {
         start(row.section, row.key, row.key == "NoAutoMasks" || row.key == "GridHelpNone");
@@ -138,6 +136,7 @@ TEST_F(StartUp, AWrongWordInAnyKeyCostsNothingElse) {
 }
 
 TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
+    Setting("MRU", "1", "/jeux/a.nx3");
     const std::string file = IniParamProcs::IniFilePath(), old = ScriptedHost::ReadFile(file);
     std::filesystem::rename(file, file + "~");
     std::filesystem::create_directory(file);
