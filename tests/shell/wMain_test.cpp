@@ -147,6 +147,7 @@ TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
     EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
     std::filesystem::remove(file);
     std::filesystem::rename(file + "~", file);
+    Setting("Options", "NoSplash", "1");
     main->close();
     EXPECT_EQ(ScriptedHost::ReadFile(file), old);
 }
