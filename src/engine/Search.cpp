@@ -28,20 +28,6 @@ bool ReportDuplicate(int cell) {
     return false;
 }
 
-bool UserWantsToGoOn() {
-    return platform::TheHost().messages->Show(
-               "Cette grille demande un certain temps pour être résolue. Voulez-vous continuer ?\r\r"
-               "Pour plus d'informations, voir le menu Édition/Préférences, onglet Niveau\r"
-               "et l'aide associée (appuyez sur F1 lorsque la boite de dialogue est affichée).",
-               platform::MessageStyle::Exclamation + platform::MessageStyle::YesNo,
-               HelpContext::Niveau) == platform::MessageButton::Yes;
-}
-
-// Attempts between two questions.
-int AttemptLimit() {
-    return Conversions::RoundToInteger((Settings::Read(Settings::ResolLoop) + 1) * 20);
-}
-
 void ExcludeGivens() {
     for (int cell = 1; cell <= 81; ++cell)
         if (const int digit = Global::TableEntry(cell, 0); digit != 0) Global::PlaceAndExclude(cell, digit);
@@ -110,7 +96,24 @@ void EngineRun::ShowProgress(int counter, int limit) {
     if (!progress_) return;
     // A negative setting leaves a limit without a share to show.
     progress_->Progress(limit > 0 ? 100.0 * counter / limit : 0.0);
-    if (!progress_->IsVisible()) cancelRequested_ = true;
+    NoticeCancel();
+}
+
+void EngineRun::NoticeCancel() {
+    if (progress_ && !progress_->IsVisible()) cancelRequested_ = true;
+}
+
+bool EngineRun::UserWantsToGoOn() {
+    return platform::TheHost().messages->Show(
+               "Cette grille demande un certain temps pour être résolue. Voulez-vous continuer ?\r\r"
+               "Pour plus d'informations, voir le menu Édition/Préférences, onglet Niveau\r"
+               "et l'aide associée (appuyez sur F1 lorsque la boite de dialogue est affichée).",
+               platform::MessageStyle::Exclamation + platform::MessageStyle::YesNo,
+               HelpContext::Niveau) == platform::MessageButton::Yes;
+}
+
+int EngineRun::AttemptLimit() {
+    return Conversions::RoundToInteger((Settings::Read(Settings::ResolLoop) + 1) * 20);
 }
 
 bool TestGivens() {
