@@ -1,21 +1,27 @@
-# cmake -DCHMCMD=... -DSEAL=... -DSOURCE=folder -DRESULT=file -P CompileHelp.cmake
+# cmake -DCHMCMD=... -DFINISH=... -DSOURCE=folder -DRESULT=file -DDIGEST=source -P CompileHelp.cmake
 #
-# The compiler stores the folder that it works in, and ships it: so it works in a folder that says nothing
-# about the machine. The random part lets several builds run at once.
-string(RANDOM LENGTH 8 unique)
-set(work /tmp/ninarix-help-${unique})
+# Makes the help file, the same in every folder and at any time, and the source that gives its digest to the
+# program. The compiler stores the path of its project file: this one is the same everywhere.
+set(work ${RESULT}.work)
+file(REMOVE_RECURSE ${work})
 file(MAKE_DIRECTORY ${work})
 file(GLOB parts ${SOURCE}/*.htm ${SOURCE}/*.css ${SOURCE}/*.png ${SOURCE}/Ninarix.hh?)
 file(COPY ${parts} DESTINATION ${work})
 
 # Its return code says nothing: what it made does.
-execute_process(COMMAND ${CHMCMD} Ninarix.hhp WORKING_DIRECTORY ${work}
+execute_process(COMMAND ${CHMCMD} /proc/self/cwd/Ninarix.hhp WORKING_DIRECTORY ${work}
   OUTPUT_VARIABLE said ERROR_VARIABLE said RESULT_VARIABLE ignored)
-execute_process(COMMAND ${SEAL} ${work}/Ninarix.chm RESULT_VARIABLE failed)
+execute_process(COMMAND ${FINISH} ${work}/Ninarix.chm RESULT_VARIABLE failed)
 if(failed)
   file(REMOVE_RECURSE ${work})
   message(FATAL_ERROR "The help file could not be made.\n${said}")
 endif()
-file(COPY_FILE ${work}/Ninarix.chm ${RESULT}.new)
-file(RENAME ${RESULT}.new ${RESULT})
+file(SHA256 ${work}/Ninarix.chm digest)
+file(WRITE ${DIGEST} "#include \"platform/qt/help/HelpDigest.h\"
+
+QByteArray HelpDigest::BuiltIn() {
+    return QByteArrayLiteral(\"${digest}\");
+}
+")
+file(RENAME ${work}/Ninarix.chm ${RESULT})
 file(REMOVE_RECURSE ${work})

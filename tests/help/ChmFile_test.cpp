@@ -1,13 +1,14 @@
 #include <QtGui>
 
 #include "SmallHelp.h"
+#include "platform/qt/help/HelpDigest.h"
 
 namespace {
 
 // A page without its character set shows broken accents, a style sheet without its type does not load, a
 // missing picture or topic shows nothing, and nobody finds a topic that the contents leave out.
 TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
-    const auto file = ChmFile::Open(HELP_FILE);
+    const auto file = ChmFile::Open(HELP_FILE, HelpDigest::BuiltIn());
     ASSERT_TRUE(file);
     QStringList topics = file->Objects().filter(".htm");
     for (const HelpEntry& entry : file->Contents()) topics.removeOne(entry.path);
@@ -30,7 +31,7 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
 using HelpFile = SmallHelp;
 
 TEST_F(HelpFile, ContentsKeepTheirOrderAndDepth) {
-    const auto file = ChmFile::Open(file_);
+    const auto file = Open(file_);
     QString lines = file->Home();
     for (const auto& entry : file->Contents())
         lines += ' ' + QString::number(entry.depth) + entry.title + entry.path;
@@ -48,21 +49,31 @@ TEST_F(HelpFile, AContextTableIsReadAsFarAsItIsSound) {
         Write("xIVB", {reinterpret_cast<const char*>(table.data()), 4 * table.size()});
         // Compilers make their own; in the directory, the name of that one goes to this one.
         QByteArray bytes = Compiled().replace("/#IVB", "/yIVB").replace("/#STRINGS", "/ySTRINGS");
-        const auto file = ChmFile::Open(Sealed(bytes.replace("/xIVB", "/#IVB").replace("/xSTR", "/#STR")));
+        const auto file = Open(Write("Aide.chm", bytes.replace("/xIVB", "/#IVB").replace("/xSTR", "/#STR")));
         topics += file->TopicOf(1) + '|' + file->TopicOf(2) + ' ';
     }
     EXPECT_EQ(topics.toStdString(), "/a.htm|/a1/b.htm /z/a.htm|/a1/b.htm /a.htm| | |/a1/b.htm | ");
 }
 
-TEST_F(HelpFile, DamagedOrWithoutItsSealItIsRefused) {
-    const QByteArray whole = Bytes(file_.toStdString());
-    for (qsizetype place = 0; place < whole.size(); place += 31) {
+// Elsewhere and later the same topics make the same file, so that a program is what its sources make of it.
+TEST_F(HelpFile, IsMadeTheSameInEveryFolder) {
+    const std::string folder = " -DRESULT=" + host_.PathOf("a.chm") + " -DDIGEST=" + host_.PathOf("a.cpp");
+    ASSERT_EQ(std::system((COMPILE_HELP + folder + " -P " SOURCE_FOLDER "/help/CompileHelp.cmake").c_str()),
+              0);
+    EXPECT_TRUE(Bytes(host_.PathOf("a.chm")) == Bytes(HELP_FILE));
+}
+
+TEST_F(HelpFile, IsTheOneThatIsExpectedOrRefusedAndStaysWhatItWasWhenItWasOpened) {
+    const QByteArray whole = Bytes(file_.toStdString()), digest = ChmFile::DigestOf(whole);
+    for (qsizetype place = 0; place < whole.size(); place += 211) {
         QByteArray damaged = whole;
         damaged[place] = static_cast<char>(damaged[place] ^ 0x10);
-        EXPECT_FALSE(ChmFile::Open(Write("Aide.chm", damaged))) << "byte " << place;
-        EXPECT_FALSE(HelpSeal::IsWhole(whole.first(place))) << place << " bytes";
+        EXPECT_FALSE(ChmFile::Open(Write("b.chm", damaged), digest)) << "byte " << place;
+        EXPECT_FALSE(ChmFile::Open(Write("b.chm", whole.first(place)), digest)) << place << " bytes";
     }
-    EXPECT_FALSE(ChmFile::Open(Write("Aide.chm", Compiled())));
+    const auto file = ChmFile::Open(Write("b.chm", Bytes(HELP_FILE)), HelpDigest::BuiltIn());
+    Write("b.chm", QByteArray(whole.size(), 'x'));  // in place
+    EXPECT_EQ(file->Read("/fenetre.png"), Bytes(SOURCE_FOLDER "/help/fenetre.png"));
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace {
 class Help : public SmallHelp {
   protected:
     Help() {
-        window_.File(ChmFile::Open(file_));
+        window_.File(Open(file_));
         window_.ShowContents();
         window_.ShowBeside(nullptr);
     }
@@ -55,7 +55,7 @@ TEST_F(Help, TheContentsFollowTheTopicAndLeadToIt) {
     EXPECT_EQ(State([&] { Button("home").click(); }), "Grille - /a.htm Grille contents back");
     // Opened again, it knows neither the ways nor the words from before.
     words_.setText("mot");
-    window_.File(ChmFile::Open(file_));
+    window_.File(Open(file_));
     EXPECT_EQ(State([&] { window_.ShowTopic("/a.htm"); }), "Grille - /a.htm Grille topic");
 }
 
@@ -108,12 +108,13 @@ TEST_F(Help, CanBeUsedBesideAModalWindowAndOutlivesIt) {
 }
 
 TEST_F(SmallHelp, OneWindowShowsAllAndASentenceTellsWhatCannotBeShown) {
-    platform_qt::QtHelpViewer viewer(host_);
+    platform_qt::QtHelpViewer viewer(host_, ChmFile::DigestOf(Bytes(file_.toStdString())));
     const std::string file = file_.toStdString();
     host_.AnswerAlways(platform::MessageButton::Ok);
     viewer.ShowContents("absent.chm");
     viewer.ShowTopic("absent.chm", 2);
     viewer.ShowTopic(file, 999);
+    platform_qt::QtHelpViewer(host_).ShowContents(file);  // whole, but not the program's
     QMessageBox box;
     box.open();
     viewer.ShowTopic(file, 2);
@@ -123,8 +124,8 @@ TEST_F(SmallHelp, OneWindowShowsAllAndASentenceTellsWhatCannotBeShown) {
     viewer.ShowContents(file);
     EXPECT_TRUE(topic.isVisible() && topic.Topic() == "/a.htm");
     topic.Follow("/absente.htm");
-    EXPECT_EQ(host_.boxes.at(3).text, "Fichier d'aide introuvable ou endommagé.");
-    EXPECT_EQ(host_.boxes.at(3).style, 48);
+    EXPECT_EQ(host_.boxes.at(4).text, "Fichier d'aide introuvable ou endommagé.");
+    EXPECT_EQ(host_.boxes.at(4).style, 48);
 }
 
 }  // namespace

@@ -1,18 +1,18 @@
 #include "platform/qt/help/ChmFile.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
-#include <QTextDocumentFragment>
-#include <QtEndian>
 #include <algorithm>
 #include <chm_lib.h>
-
-#include "platform/qt/help/HelpSeal.h"
+#include <fcntl.h>
+#include <string>
+#include <sys/mman.h>
 
 namespace {
 
 constexpr qint64 largestHelpFile = 64 << 20;  // bytes
+constexpr quint64 largestObject = 16 << 20;   // bytes, unpacked
 constexpr std::size_t mostObjects = 10000;
 
 std::optional<QByteArray> WholeFile(const QString& path) {
@@ -23,59 +23,30 @@ std::optional<QByteArray> WholeFile(const QString& path) {
     return file.readAll();
 }
 
-// The 32-bit number at an offset that the caller checked; debug builds assert it.
-quint32 NumberAt(const QByteArray& bytes, qsizetype offset) {
-    return qFromLittleEndian<quint32>(QByteArrayView(bytes).sliced(offset, 4).data());
-}
-
-QString PlainText(const QString& html) {
-    return QTextDocumentFragment::fromHtml(html).toPlainText();
-}
-
-// "topic.htm" as contents and links write it, "/topic.htm" as the file does.
-QString ObjectPath(QString local) {
-    local.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    return local.startsWith(QLatin1Char('/')) ? local : QLatin1Char('/') + local;
-}
-
-std::vector<HelpEntry> EntriesOf(const QString& sitemap) {
-    static const QRegularExpression mark(
-        QStringLiteral(R"re(<(/?)ul\b|<param\s+name="(name|local)"\s+value="([^"]*)"|</object)re"),
-        QRegularExpression::CaseInsensitiveOption);
-    std::vector<HelpEntry> entries;
-    HelpEntry entry;
-    int depth = -1;
-    for (auto found = mark.globalMatch(sitemap); found.hasNext();) {
-        const QRegularExpressionMatch match = found.next();
-        const QString what = match.captured(0).toLower();
-        if (what == QLatin1String("<ul")) {
-            ++depth;
-        } else if (what == QLatin1String("</ul")) {
-            --depth;
-        } else if (what == QLatin1String("</object")) {
-            entry.depth = std::max(depth, 0);
-            if (!entry.title.isEmpty()) entries.push_back(entry);
-            entry = {};
-        } else if (match.captured(2).toLower() == QLatin1String("name")) {
-            entry.title = PlainText(match.captured(3));
-        } else {
-            entry.path = ObjectPath(PlainText(match.captured(3)));
-        }
-    }
-    return entries;
+// The library opens its file by name and reads on as long as it is open: so it gets the name of a copy of
+// the checked bytes, which nobody can change any more. No file, not even a full disk, can get in between.
+bool CopySealed(const QByteArray& bytes, QFile& copy) {
+    const int descriptor = memfd_create("help", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+    return descriptor >= 0 && copy.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&
+           copy.write(bytes) == bytes.size() && copy.flush() &&
+           fcntl(descriptor, F_ADD_SEALS, F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW) == 0;
 }
 
 }  // namespace
 
-std::unique_ptr<ChmFile> ChmFile::Open(const QString& path) {
+QByteArray ChmFile::DigestOf(const QByteArray& bytes) {
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+}
+
+std::unique_ptr<ChmFile> ChmFile::Open(const QString& path, const QByteArray& digest) {
     const std::optional<QByteArray> bytes = WholeFile(path);
-    if (!bytes || !HelpSeal::IsWhole(*bytes)) return nullptr;
-    chmFile* opened = chm_open(QFile::encodeName(path).constData());
+    QFile copy;
+    if (!bytes || DigestOf(*bytes) != digest || !CopySealed(*bytes, copy)) return nullptr;
+    chmFile* opened = chm_open(("/proc/self/fd/" + std::to_string(copy.handle())).c_str());
     if (!opened) return nullptr;
     std::unique_ptr<ChmFile> file(new ChmFile(opened));
     if (!chm_enumerate(opened, CHM_ENUMERATE_ALL, &ChmFile::Collect, file.get())) return nullptr;
-    file->ReadContents();
-    file->ReadContexts();
+    file->ReadTables();
     return file->Home().isEmpty() ? nullptr : std::move(file);
 }
 
@@ -97,7 +68,7 @@ bool ChmFile::Has(const QString& object) const {
 
 std::optional<QByteArray> ChmFile::Read(const QString& object) const {
     const auto found = objects_.find(object.toLower());
-    if (found == objects_.end() || found->second.length > largestHelpFile) return std::nullopt;
+    if (found == objects_.end() || found->second.length > largestObject) return std::nullopt;
     const auto length = static_cast<qsizetype>(found->second.length);
     chmUnitInfo unit{};
     unit.start = found->second.start;
@@ -121,40 +92,12 @@ QString ChmFile::Home() const {
     return first == contents_.end() ? QString() : first->path;
 }
 
-void ChmFile::ReadContents() {
+void ChmFile::ReadTables() {
     for (const auto& [path, object] : objects_) {
         if (!path.endsWith(QLatin1String(".hhc"))) continue;
-        if (const auto sitemap = Read(path)) contents_ = EntriesOf(QString::fromUtf8(*sitemap));
-        return;
+        if (const auto sitemap = Read(path)) contents_ = HelpTables::ContentsOf(QString::fromUtf8(*sitemap));
+        break;
     }
-}
-
-// The context table: a byte count, then pairs of context number and offset of the topic's path among the
-// strings, all 32-bit.
-void ChmFile::ReadContexts() {
-    constexpr qsizetype pairSize = 8;
-    const QByteArray table = Read(QStringLiteral("/#IVB")).value_or(QByteArray());
-    const QByteArray strings = Read(QStringLiteral("/#STRINGS")).value_or(QByteArray());
-    if (table.size() < 4) return;
-    const qsizetype end = 4 + std::min<qsizetype>(NumberAt(table, 0), table.size() - 4);
-    for (qsizetype pair = 4; pair + pairSize <= end; pair += pairSize) {
-        const auto context = static_cast<int>(NumberAt(table, pair));
-        const qsizetype offset = NumberAt(table, pair + 4);
-        const qsizetype stop = strings.indexOf('\0', offset);
-        if (stop < 0) continue;
-        const QString topic = ObjectAtEndOf(QString::fromUtf8(strings.sliced(offset, stop - offset)));
-        if (!topic.isEmpty()) topics_.insert(context, topic);
-    }
-}
-
-// Compilers store the path that a topic had when the file was built: its end is the topic's own.
-QString ChmFile::ObjectAtEndOf(const QString& path) const {
-    const QString whole = ObjectPath(path);
-    QString longest;
-    for (const auto& [key, object] : objects_) {
-        const bool proper = key.size() > 1 && key.startsWith(QLatin1Char('/'));
-        if (!proper || key.size() <= longest.size()) continue;
-        if (whole.endsWith(key, Qt::CaseInsensitive)) longest = object.path;
-    }
-    return longest;
+    topics_ = HelpTables::TopicsOf(Read(QStringLiteral("/#IVB")).value_or(QByteArray()),
+                                   Read(QStringLiteral("/#STRINGS")).value_or(QByteArray()), Objects());
 }

@@ -9,22 +9,20 @@
 #include <optional>
 #include <vector>
 
+#include "platform/qt/help/HelpTables.h"
+
 struct chmFile;
 struct chmUnitInfo;
-
-// One line of a table of contents. A heading without a topic of its own has an empty path.
-struct HelpEntry {
-    QString title;
-    QString path;   // of an object of the file, "/niveau.htm"
-    int depth = 0;  // 0 for the outermost lines
-};
 
 // A compiled help file, opened for reading. Paths of objects begin with "/" and are compared without regard
 // to case, as the format wants it.
 class ChmFile {
   public:
-    // None if the file is missing, no plain file, damaged, or has no table of contents.
-    static std::unique_ptr<ChmFile> Open(const QString& path);
+    // None unless it is, byte for byte, the file that has this digest: the format has no checksum, and its
+    // reader library trusts what it reads. What becomes of the file later makes no difference.
+    static std::unique_ptr<ChmFile> Open(const QString& path, const QByteArray& digest);
+    // SHA-256 in hexadecimal digits.
+    static QByteArray DigestOf(const QByteArray& bytes);
     ~ChmFile();
     ChmFile(const ChmFile&) = delete;
     ChmFile& operator=(const ChmFile&) = delete;
@@ -50,9 +48,7 @@ class ChmFile {
 
     explicit ChmFile(chmFile* file) : file_(file) {}
     static int Collect(chmFile* file, chmUnitInfo* object, void* self);
-    void ReadContents();
-    void ReadContexts();
-    QString ObjectAtEndOf(const QString& path) const;
+    void ReadTables();
 
     chmFile* file_;
     std::map<QString, Object> objects_;  // by path in lower case

@@ -7,7 +7,8 @@
 
 namespace platform_qt {
 
-QtHelpViewer::QtHelpViewer(platform::MessageBoxes& messages) : messages_(messages) {}
+QtHelpViewer::QtHelpViewer(platform::MessageBoxes& messages, QByteArray digest)
+    : messages_(messages), digest_(std::move(digest)) {}
 
 QtHelpViewer::~QtHelpViewer() {
     delete window_;
@@ -21,12 +22,16 @@ HelpWindow& QtHelpViewer::Window() {
     return *window_;
 }
 
+std::unique_ptr<ChmFile> QtHelpViewer::Open(const std::string& helpFile) const {
+    return ChmFile::Open(QString::fromStdString(helpFile), digest_);
+}
+
 void QtHelpViewer::Report() {
     messages_.Show("Fichier d'aide introuvable ou endommagé.", platform::MessageStyle::Exclamation);
 }
 
 void QtHelpViewer::ShowContents(const std::string& helpFile) {
-    auto file = ChmFile::Open(QString::fromStdString(helpFile));
+    auto file = Open(helpFile);
     if (!file) return Report();
     Window().File(std::move(file));
     Window().ShowContents();
@@ -34,7 +39,7 @@ void QtHelpViewer::ShowContents(const std::string& helpFile) {
 }
 
 void QtHelpViewer::ShowTopic(const std::string& helpFile, int helpContext) {
-    auto file = ChmFile::Open(QString::fromStdString(helpFile));
+    auto file = Open(helpFile);
     const QString topic = file ? file->TopicOf(helpContext) : QString();
     if (topic.isEmpty()) return Report();
     Window().File(std::move(file));
