@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "Fuzz.h"
+#include "platform/AsciiText.h"
 #include "platform/ProfileFile.h"
 
 // Any bytes as a file, any names and value: what is set is read back, what is not touched stays.
@@ -18,9 +19,7 @@ std::string Trimmed(std::string text) {
 }
 
 std::string Lower(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    }
+    for (char& c : text) c = platform::LowerCase(c);
     return text;
 }
 
