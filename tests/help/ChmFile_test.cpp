@@ -30,15 +30,6 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
 
 using HelpFile = SmallHelp;
 
-TEST_F(HelpFile, ContentsKeepTheirOrderAndDepth) {
-    const auto file = Open(file_);
-    QString lines = file->Home();
-    for (const auto& entry : file->Contents())
-        lines += ' ' + QString::number(entry.depth) + entry.title + entry.path;
-    EXPECT_EQ(lines.toStdString(),
-              "/a.htm 0Débuter & jouer 1Grille/a.htm 1Résoudre/a1/b.htm 0Plus 1Détails 2Ctrl+F4/z/a.htm");
-}
-
 TEST(HelpTables, AContextTableIsReadAsFarAsItIsSound) {
     const QByteArray strings{"\0C:\\build\\a.htm\0/tmp/x/a1/b.htm\0/tmp/z/A.HTM\0/absent.htm\0/a.htm", 63};
     // A byte count, which may be too large or too small, then contexts and offsets.
