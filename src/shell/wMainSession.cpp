@@ -103,7 +103,6 @@ void wMain::OfferLostGrids() {
 void wMain::EndNow() {
     Trap("wMain", "EndNow", [this] {
         recovery_->KeepForNextStart();
-        SaveRecentFiles();
         if (BusyGuard* run = BusyGuard::Current()) run->Cancel();
     });
 }
@@ -113,7 +112,6 @@ bool wMain::CommitSession(bool mayAsk) {
         "wMain", "CommitSession",
         [&] {
             recovery_->KeepNow();
-            SaveRecentFiles();
             return !mayAsk || BusyGuard::Active() || AskAboutEveryGrid();
         },
         true);

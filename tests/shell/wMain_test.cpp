@@ -143,6 +143,8 @@ TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
     host.Expect(MessageButton::Ok);
     host.onShow = [this] { EXPECT_TRUE(main && main->isVisible()); };
     Start();
+    Child<wSplash>(*main, "wSplash").close();  // it must not lie over the message
+    ServeEvents();
     EXPECT_TRUE(LastBox().ends_with("fichier illisible")) << LastBox();
     EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
     std::filesystem::remove(file);
