@@ -9,6 +9,11 @@
 #include <QWidget>
 #include <functional>
 #include <stdexcept>
+#include <string>
+#include <vector>
+
+// What the test program was called with, GoogleTest's own options taken out.
+inline std::vector<std::string> programArguments;
 
 // Runs what is waiting in the event loop, deletions included.
 inline void ServeEvents() {

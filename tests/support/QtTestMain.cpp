@@ -5,6 +5,8 @@
 #include <array>
 #include <gtest/gtest.h>
 
+#include "support/QtSupport.h"
+
 // Headless, with one style, one font, one language and folders of its own, so that no test depends on the
 // desktop it runs on or leaves anything there.
 int main(int argc, char** argv) {
@@ -14,6 +16,7 @@ int main(int argc, char** argv) {
         qputenv(folder, home.filePath(QLatin1String(folder)).toLocal8Bit());
     }
     testing::InitGoogleTest(&argc, argv);
+    programArguments.assign(argv + 1, argv + argc);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     // As if a file manager had started it with a grid; for the test that asks what stands there.
     char file[] = "/tmp/Grille 1.nx3";
