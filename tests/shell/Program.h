@@ -1,13 +1,18 @@
 #pragma once
 
 #include <QAction>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMimeData>
+#include <QUrl>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/DocumentSupport.h"
 #include "document/window/ctrlCell.h"
@@ -81,6 +86,28 @@ class Program : public testing::Test {
         const bool opened = main->OpenGridFile(QString::fromStdString(path));
         ServeEvents();
         return opened;
+    }
+    // Drags something over the window and drops it unless it is refused.
+    bool Drop(const QMimeData& data) const {
+        constexpr auto actions = Qt::CopyAction | Qt::MoveAction;
+        const QPoint place(100, 200);
+        QDragEnterEvent enter(place, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QDragMoveEvent move(place, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QDropEvent drop(place, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop}) {
+            event->ignore();
+            QCoreApplication::sendEvent(main->windowHandle(), event);
+            if (!event->isAccepted()) return false;
+            EXPECT_EQ(event->dropAction(), Qt::CopyAction);
+        }
+        return true;
+    }
+    bool Drop(const std::vector<std::string>& paths) const {
+        QList<QUrl> urls;
+        for (const std::string& path : paths) urls.append(QUrl::fromLocalFile(QString::fromStdString(path)));
+        QMimeData data;
+        data.setUrls(urls);
+        return Drop(data);
     }
 
     // ---- What the user sees.

@@ -46,6 +46,9 @@ TEST_F(Commands, WithoutAGridTheyBeepAndNothingElse) {
         EXPECT_EQ(BeepsOf(name), 1) << name;
     }
     EXPECT_EQ(BeepsOf("mnuFileClose"), 0);
+    main->cmdValue_Click(0);
+    main->cmdMask_Click(0);
+    EXPECT_EQ(host.beeps, 2);
     EXPECT_TRUE(host.boxes.empty() && host.questions.empty());
 }
 
@@ -93,56 +96,19 @@ TEST_F(Commands, AToolButtonRunsTheCommandOfItsKey) {
     EXPECT_FALSE(main->isVisible());
 }
 
-TEST_F(Commands, MenuButtonAndProgramAgreeOnTheModes) {
-    struct Mode {
-        const char* name;
-        const char* pictureOn;
-        void (wMain::*click)();
-        bool (wMain::*isOn)() const;
-    };
-    const Mode modes[] = {
-        {"mnuGridConfig", "mnuGridConfig", &wMain::mnuGridConfig_Click, &wMain::InitialisationMode},
-        {"mnuGridHelpNone", "mnuGridHelpDisplay", &wMain::mnuGridHelpNone_Click, &wMain::MasksHidden},
-        {"mnuGridNoAutoMasks", "mnuGridNoAutoMasksOn", &wMain::mnuGridNoAutoMasks_Click,
-         &wMain::ManualMasks}};
+TEST_F(Commands, AModeShowsItsPictureAndIsKept) {
     const auto picture = [](const QIcon& icon) { return icon.pixmap(32, 32).toImage(); };
-    for (const Mode& mode : modes) {
-        for (int n = 0; n < 6; ++n) {
-            if (n % 3 == 0) Item(mode.name).trigger();
-            if (n % 3 == 1) Tool(mode.name).trigger();
-            if (n % 3 == 2) ((*main).*mode.click)();
-            const bool on = n % 2 == 0;
-            EXPECT_EQ(((*main).*mode.isOn)(), on) << mode.name;
-            EXPECT_TRUE(Item(mode.name).isChecked() == on && Tool(mode.name).isChecked() == on) << mode.name;
-            EXPECT_EQ(picture(Tool(mode.name).icon()), picture(ToolPicture(on ? mode.pictureOn : mode.name)));
+    const std::pair<const char*, const char*> modes[] = {{"mnuGridConfig", "mnuGridConfig"},
+                                                         {"mnuGridHelpNone", "mnuGridHelpDisplay"},
+                                                         {"mnuGridNoAutoMasks", "mnuGridNoAutoMasksOn"}};
+    for (const bool on : {true, false}) {
+        for (const auto& [name, pictureOn] : modes) {
+            Tool(name).trigger();
+            EXPECT_EQ(Item(name).isChecked(), on) << name;
+            EXPECT_EQ(picture(Tool(name).icon()), picture(ToolPicture(on ? pictureOn : name)));
         }
+        EXPECT_EQ(Setting("Options", "GridHelpNone") + Setting("Options", "NoAutoMasks"), on ? "11" : "00");
     }
-    EXPECT_EQ(Setting("Options", "GridHelpNone") + Setting("Options", "NoAutoMasks"), "00");
-}
-
-TEST_F(Commands, EveryOpenAndEveryNewGridObeysTheModes) {
-    for (int n = 0; n < 2; ++n) {
-        Run("mnuFileNew");
-        Set(1, "5|0|0");
-    }
-    Run("mnuGridNoAutoMasks");
-    for (const OpenGrid& grid : main->Grids()) EXPECT_TRUE(grid->ctrlCells(2).Mask(5));
-    Run("mnuGridHelpNone");
-    EXPECT_EQ(Setting("Options", "GridHelpNone") + Setting("Options", "NoAutoMasks"), "11");
-    Run("mnuFileNew");
-    for (const OpenGrid& grid : main->Grids()) EXPECT_TRUE(!grid->ctrlCells(2).Mask(6) && grid->NoAutoMask());
-}
-
-TEST_F(Commands, ConfirmedColoursReachEveryOpenGrid) {
-    Run("mnuFileNew");
-    Run("mnuFileNew");
-    Setting("Options", "Color_0", "255");
-    InNextDialog([](QWidget& dialog) {
-        Child<QCheckBox>(dialog, "chkColorChanged").setChecked(true);
-        Child<QPushButton>(dialog, "cmdCommands(1)").click();
-    });
-    Run("mnuEditOptions");
-    for (const OpenGrid& grid : main->Grids()) EXPECT_EQ(grid->ctrlCells(5).BackColor(), QColor(Qt::red));
 }
 
 // ---- New and generated grids.
@@ -241,32 +207,6 @@ TEST_F(Commands, ErrorsAreCountedInWordsAndSolvingWaitsForAnOk) {
         Run("mnuHelpSolve", answer);
         EXPECT_EQ(LastBox(), "305 Attention, vous allez résoudre la grille.\r\nContinuer ?");
         EXPECT_EQ(State(9), state);
-    }
-}
-
-// ---- A grid that was closed.
-
-TEST_F(Commands, AClosedGridIsNoActiveGridFromThatMomentOn) {
-    for (void (wMain::*command)() : {&wMain::mnuHelpSolve_Click, &wMain::mnuHelpAsk_Click}) {
-        main->mnuFileNew_Click();
-        Active().ctrlCells(5).DoSelect();
-        main->mnuFileClose_Click();  // its memory waits for the event loop
-        EXPECT_EQ(Grids() + PathPanel(), "");
-        EXPECT_EQ(main->Cell(), nullptr);
-        host.beeps = 0;
-        ((*main).*command)();
-        EXPECT_EQ(host.beeps, 1);
-        ServeEvents();
-    }
-    // Nor is one that is closed while a question about it is open.
-    host.onShow = [this] {
-        Active().Discard();
-        Run("mnuFileClose");
-    };
-    for (const char* command : {"mnuHelpSolve", "mnuGridReinit"}) {
-        NewPuzzle();
-        Run(command, MessageButton::Ok);
-        EXPECT_EQ(Grids(), "") << command;
     }
 }
 

@@ -1,12 +1,7 @@
 // Opening and saving.
 
 #include <QDialog>
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QUrl>
 #include <QWindow>
-#include <vector>
 
 #include "Program.h"
 #include "document/window/BusyGuard.h"
@@ -17,28 +12,6 @@ using platform::MessageButton;
 
 class Files : public RunningProgram {
   protected:
-    // Drags something over the window and drops it unless it is refused.
-    bool Drop(const QMimeData& data) const {
-        constexpr auto actions = Qt::CopyAction | Qt::MoveAction;
-        const QPoint place(100, 200);
-        QDragEnterEvent enter(place, actions, &data, Qt::LeftButton, Qt::NoModifier);
-        QDragMoveEvent move(place, actions, &data, Qt::LeftButton, Qt::NoModifier);
-        QDropEvent drop(place, actions, &data, Qt::LeftButton, Qt::NoModifier);
-        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop}) {
-            event->ignore();
-            QCoreApplication::sendEvent(main->windowHandle(), event);
-            if (!event->isAccepted()) return false;
-            EXPECT_EQ(event->dropAction(), Qt::CopyAction);
-        }
-        return true;
-    }
-    bool Drop(const std::vector<std::string>& paths) const {
-        QList<QUrl> urls;
-        for (const std::string& path : paths) urls.append(QUrl::fromLocalFile(QString::fromStdString(path)));
-        QMimeData data;
-        data.setUrls(urls);
-        return Drop(data);
-    }
     static bool Holds(const std::string& file, const char* record) {
         return ScriptedHost::ReadFile(file).find(std::string("\r\n1=") + record + "\r\n") !=
                std::string::npos;
@@ -115,25 +88,6 @@ TEST_F(Files, EveryWindowOfAnOpenFileIsReloadedOnlyOnRequest) {
         EXPECT_TRUE(Document().Modified());
         std::filesystem::remove(file);
     }
-}
-
-TEST_F(Files, AGridThatIsReplacedWhileAQuestionIsOpenIsLeftAlone) {
-    const std::string file = GridFile("a.nx3");
-    const auto replaceMeanwhile = [&] {
-        host.onShow = [&] {
-            host.onShow = {};
-            main->OpenGridFile(QString::fromStdString(file));
-        };
-    };
-    host.AnswerAlways(MessageButton::Ok);
-    Open(file);
-    replaceMeanwhile();
-    EXPECT_TRUE(Drop({file, file}));
-    ServeEvents();
-    replaceMeanwhile();
-    Run("mnuFileSaveAs", host.PathOf("b.nx3"));
-    EXPECT_FALSE(std::filesystem::exists(host.PathOf("b.nx3")));
-    EXPECT_EQ(Grids(), "[a]");
 }
 
 TEST_F(Files, ARecentFileComesToTheTopOrGoesWithItsFile) {

@@ -158,38 +158,20 @@ TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
 
 class Windows : public RunningProgram {};
 
-TEST_F(Windows, FillTheAreaAtEverySize) {
-    Run("mnuFileNew");
-    Run("mnuFileNew");
-    for (const QSize size : {QSize(700, 600), QSize(1200, 800), QSize(700, 650)}) {
-        main->resize(size);
-        ServeEvents();
-        for (const OpenGrid& grid : main->Grids()) {
-            EXPECT_EQ(grid->parentWidget()->geometry(), Area().viewport()->rect());
-        }
-    }
-}
-
-TEST_F(Windows, TitlePathAndCurrentCellFollowTheActiveGrid) {
+TEST_F(Windows, ClosingShowsTheGridThatIsLeft) {
     const std::string file = GridFile("a.nx3");
     Run("mnuFileNew");
     Active().ctrlCells(5).DoSelect();
     Open(file);
-    EXPECT_EQ(Grids() + PathPanel(), "Grille1, [a]" + file);
-    EXPECT_EQ(main->Cell(), nullptr);
-    Active().ctrlCells(80).DoSelect();
     Activate(0);
-    EXPECT_EQ(Grids() + PathPanel(), "[Grille1], a");
     EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
     Run("mnuFileNew");
     main->Grids()[0]->parentWidget()->close();
     EXPECT_EQ(Grids(), "a, [Grille2]") << "closing an inactive one changes nothing";
     Run("mnuFileClose");
     EXPECT_EQ(Grids() + PathPanel(), "[a]" + file);
-    EXPECT_EQ(main->Cell(), &Active().ctrlCells(80));
     Run("mnuFileClose");
     EXPECT_EQ(Grids() + PathPanel(), "");
-    EXPECT_TRUE(Area().subWindowList().isEmpty());
 }
 
 TEST_F(Windows, QuittingClosesNoneUntilEveryQuestionIsAnswered) {

