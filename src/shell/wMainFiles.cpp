@@ -95,7 +95,7 @@ void wMain::mnuFileSaveAs_Click() {
         if (grid->SaveFile(path)) {
             grid->Path(path);
             recentFiles_.Add(*this, file);
-            grid->Form_Activate();
+            if (grid == ActiveGrid()) grid->Form_Activate();
         }
         Settings::Write(Settings::LastSaved, FilesPaths::FolderOf(file));
     });

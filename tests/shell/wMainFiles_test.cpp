@@ -127,6 +127,14 @@ TEST_F(Files, SaveAsGivesTheGridItsNewFile) {
     EXPECT_TRUE(Document().Modified());
 }
 
+TEST_F(Files, TheActiveGridIsShownWhicheverWasSaved) {
+    Run("mnuFileNew");
+    Run("mnuFileNew");
+    host.onShow = [this] { Activate(0); };
+    Run("mnuFileSaveAs", host.PathOf("b.nx3"));
+    EXPECT_EQ(Grids() + PathPanel(), "[Grille1], b");
+}
+
 TEST_F(Files, AFirstSaveAsksOnceALaterOneNever) {
     Run("mnuFileNew");
     Set(1, "5|1|0");
