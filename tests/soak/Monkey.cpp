@@ -40,7 +40,7 @@ class Monkey::DialogWatch : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
         // By then it waits for its user.
-        if (dialog && !dialog->objectName().isEmpty()) {
+        if (dialog) {
             QTimer::singleShot(0, dialog, [this, dialog] { monkey_.PlayDialog(*dialog); });
         }
         return false;
@@ -122,9 +122,13 @@ void Monkey::Act() {
 
 void Monkey::ActInside(int most) {
     if (depth_ >= deepest || !main->isVisible()) return;
+    const bool blocked = QApplication::activeModalWidget() || BusyGuard::Active();
+    const std::string before = blocked ? Everything() : "";
     ++depth_;
     for (int n = Below(most + 1); n > 0 && main->isVisible(); --n) Act();
     --depth_;
+    if (!blocked) return;
+    EXPECT_EQ(Everything(), before) << "something reacted beside a dialog or a run";
 }
 
 // As the window system does: what a modal window blocks gets no key, and nothing runs between two keys.
@@ -186,7 +190,7 @@ void Monkey::ChooseFromMenu() {
     if (QApplication::activeModalWidget()) return;
     const QList<QAction*> items = OneOf(main->menuBar()->actions())->menu()->actions();
     QAction* item = OneOf(items);
-    if (item->isSeparator() || !item->isVisible()) return;
+    if (item->isSeparator() || !item->isVisible() || (item->isCheckable() && BusyGuard::Active())) return;
     Note("menu " + item->objectName().toStdString());
     item->trigger();
 }
@@ -254,15 +258,20 @@ void Monkey::Serve() {
 
 // ---- Answers.
 
+// What happens while a box is open; a modal one is a window that no key closes.
+void Monkey::ActBeside(bool modal) {
+    QWidget box;
+    if (modal) box.setWindowModality(Qt::ApplicationModal);
+    if (modal) box.show();
+    ActInside(4);
+}
+
 void Monkey::WhileABoxIsOpen() {
     // Only a question about a file has no answer by now that could be for it.
     const bool isFile = host.questions.size() > 0 && !host.questions.back().filter.empty();
     if (isFile) {
         const platform::FileQuestion question = std::exchange(host.questions.back(), {});
-        QDialog box;
-        box.setModal(closing_ || OnceIn(2));
-        if (box.isModal()) box.show();
-        ActInside(4);
+        ActBeside(closing_ || OnceIn(2));
         closing_ = false;
         host.fileAnswers.push_front(AnyFile(question.save));
         return;
@@ -270,11 +279,8 @@ void Monkey::WhileABoxIsOpen() {
     const int style = host.boxes.back().style;
     const int buttons = style & 7;
     const bool asksToClose = buttons == MessageStyle::YesNoCancel;
-    QDialog box;
     // The toolkit itself does not survive that a window goes while its closing is being agreed on.
-    box.setModal(asksToClose || closing_ || OnceIn(2));
-    if (box.isModal()) box.show();
-    ActInside(4);
+    ActBeside(asksToClose || closing_ || OnceIn(2));
     MessageButton answer = MessageButton::Ok;
     if (buttons == MessageStyle::OkCancel && OnceIn(3)) answer = MessageButton::Cancel;
     if (buttons == MessageStyle::YesNo) answer = OnceIn(2) ? MessageButton::Yes : MessageButton::No;

@@ -58,12 +58,14 @@ class Monkey : public Program {
 
     // ---- Answers.
     void WhileABoxIsOpen();
+    void ActBeside(bool modal);
     void WhileARunYields();
     void PlayDialog(QDialog& dialog);
     void Touch(QWidget& part);
     std::string AnyFile(bool save);
 
     // ---- Promises.
+    std::string Everything() const;  // that is open
     void CheckShown(bool allGrids);
     void CheckGrid(const wGrid& grid) const;
     void CheckPalette() const;

@@ -35,6 +35,12 @@ std::array<unsigned, 82> DigitsAround(const clsGrid& grid) {
 
 }  // namespace
 
+std::string Monkey::Everything() const {
+    std::string everything = Grids() + "\n" + PathPanel();
+    for (const OpenGrid& grid : main->Grids()) everything += "\n" + CellsOf(grid->Document());
+    return everything;
+}
+
 void Monkey::CheckShown(bool allGrids) {
     EXPECT_FALSE(BusyGuard::Active()) << "a run is left";
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "a dialog is left";
