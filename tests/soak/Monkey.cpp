@@ -268,7 +268,7 @@ void Monkey::ActBeside(bool modal) {
 
 void Monkey::WhileABoxIsOpen() {
     // Only a question about a file has no answer by now that could be for it.
-    const bool isFile = host.questions.size() > 0 && !host.questions.back().filter.empty();
+    const bool isFile = !host.questions.empty() && !host.questions.back().filter.empty();
     if (isFile) {
         const platform::FileQuestion question = std::exchange(host.questions.back(), {});
         ActBeside(closing_ || OnceIn(2));
