@@ -194,19 +194,26 @@ start "$branch"
 main 'Ninarix - branch'
 
 # ---- Told to end with unsaved work, and later killed: the next start brings it back.
+asks() { # a second window of the main window's title, which is younger, has the keyboard
+    local both
+    both=$(xdotool search --onlyvisible --name '^Ninarix$' | sort -n) && [ "$(wc -l <<<"$both")" -eq 2 ] &&
+        is_front Ninarix && [ "$front" = "${both##*$'\n'}" ]
+}
+restart() { # and take what comes back
+    start
+    until_true 'the start asks' asks
+    key Return
+    main 'Ninarix - branch'
+}
 kept() { compgen -G "$HOME/.local/state/ninarix/recovery/*/1.nx3"; }
 click_cell 1 3 4
 until_true 'the grid is kept' kept
 kill -TERM "$app"
 ended
-start
-answer Return
-main 'Ninarix - branch'
+restart
 kill -KILL "$app"
 until_true 'the program is killed' gone "$app"
-start
-answer Return
-main 'Ninarix - branch'
+restart
 save "$branch"
 expect 'what came back' "$(records "$branch" | sed -n 3p)" '4|0|0'
 main 'Ninarix - branch' ctrl+q

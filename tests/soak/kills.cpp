@@ -163,7 +163,7 @@ Story PlayAndKill(const std::string& folder, std::uint64_t seed, std::chrono::mi
 }
 
 TEST(Kills, LoseNothingThatIsOlderThanTwoSeconds) {
-    const std::uint64_t kills = Option("--kills").value_or(5);
+    const std::uint64_t kills = Option("--kills").value_or(4);
     const std::uint64_t first = Option("--seed").value_or(std::random_device()());
     std::size_t states = 0, back = 0;
     for (std::uint64_t seed = first; seed < first + kills; ++seed) {
@@ -203,8 +203,8 @@ TEST(Kills, LoseNothingThatIsOlderThanTwoSeconds) {
 class Typing : public RunningProgram {
   protected:
     // Milliseconds for the slowest key of each second, the best second first.
-    std::array<double, 10> SlowestKeys() const {
-        std::array<double, 10> slowest{};
+    std::array<double, 4> SlowestKeys() const {
+        std::array<double, 4> slowest{};
         for (double& second : slowest) {
             Activate(std::size_t(&second - slowest.data()));
             for (int key = 0; key < 300; ++key) {
