@@ -27,8 +27,9 @@ class LongLife : public RunningProgram {
         host.stepPerReading = std::chrono::microseconds(1);
         QPixmapCache::setCacheLimit(512);  // kilobytes, which every window's icon would fill until the limit
         Setting("Options", "LevelAsk", "1");
-        // Colours, fonts, tables: what is made once.
+        // Colours, fonts, tables, the folder for recovery: what is made once.
         Run("mnuFileCreate");
+        main->CommitSession(false);
         Run("mnuFileClose");
     }
 
