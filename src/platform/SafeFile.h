@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,18 +10,42 @@ namespace platform {
 
 enum class FileState { Read, Missing, NotAFile, TooLarge, Unreadable };
 
+// What tells that a file was changed, or deleted and made anew, since it was read or written.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;  // nanoseconds since 1970
+
+    // Of what the name leads to now; nothing when that is no regular file.
+    static std::optional<FileStamp> Of(const std::string& path);
+    // One line without blanks and the way back; nothing for any other text.
+    std::string Text() const;
+    static std::optional<FileStamp> Parse(std::string_view text);
+    bool operator==(const FileStamp&) const = default;
+};
+
 // True for a regular file (through links); false for folders, pipes, devices and missing names. Never waits.
 bool IsRegularFile(const std::string& path);
 
 // Reads a whole regular file of at most `limit` bytes. On any state but Read, `bytes` is left empty.
-// A pipe or a device is never opened for reading, so the call cannot wait for another program.
-FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64_t limit = 256u << 20);
+// A pipe or a device is never opened for reading, so the call cannot wait for another program. `stamp`
+// becomes that of what was read.
+FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64_t limit = 256u << 20,
+                        FileStamp* stamp = nullptr);
 
 // Replaces the file's content in one step: the bytes go to a temporary file in the same folder, every
 // write's size is checked, the data is forced to disk, and only then is it renamed over the old file. On
 // false the old file stands as it was and nothing half-written is left. Only a regular file is ever
-// replaced; a symbolic link is followed; an existing file keeps its permissions, and one that may not be
-// written is not replaced.
-bool ReplaceFile(const std::string& path, std::string_view bytes);
+// replaced; a symbolic link is followed; an existing file keeps its permissions, extended attributes and,
+// where that is allowed, its owner; one that may not be written is not replaced.
+//
+// A file that has other names too is written in place once the temporary one is complete, so that all of them
+// show the new content. Should the machine stop meanwhile, the whole of it is found beside the file under
+// the file's name and ".ninarix-" with six characters.
+//
+// The first call for a folder also removes the temporary files that killed copies left there an hour ago.
+// `stamp` becomes that of the new file.
+bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* stamp = nullptr);
 
 }  // namespace platform
