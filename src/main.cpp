@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QSessionManager>
+#include <span>
 
 #include "platform/qt/EndSignals.h"
 #include "platform/qt/QtHost.h"
@@ -13,7 +14,8 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/Ninarix.svg")));
     platform_qt::InstallFrenchTexts();
 
-    const platform_qt::QtHost host;
+    // What the toolkit left of the words, before it decodes them.
+    const platform_qt::QtHost host(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
     const platform::HostScope scope(host.Interfaces());
     wMain mainWindow;
     const platform_qt::EndSignals endSignals;

@@ -8,7 +8,7 @@
 namespace {
 
 // The numbers that the program raises, and those that its host's facilities may.
-constexpr std::array<std::pair<int, std::string_view>, 17> errorTexts{{
+constexpr std::array<std::pair<int, std::string_view>, 18> errorTexts{{
     {5, "Argument ou appel de procédure incorrect"},
     {6, "Dépassement de capacité"},
     {7, "Mémoire insuffisante"},
@@ -24,6 +24,7 @@ constexpr std::array<std::pair<int, std::string_view>, 17> errorTexts{{
     {75, "Erreur d'accès chemin/fichier"},
     {76, "Chemin d'accès introuvable"},
     {91, "Variable objet ou variable de bloc With non définie"},
+    {ErrorNumber::FileFormat, "Format de fichier incorrect"},
     {482, "Erreur d'impression"},
     {ErrorNumber::ObjectNotSet, "L'objet associé à la cellule n'a pas été créé."},
 }};

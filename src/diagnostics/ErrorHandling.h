@@ -26,6 +26,7 @@ inline constexpr int TypeMismatch = 13;
 inline constexpr int Internal = 51;
 inline constexpr int FileNotFound = 53;
 inline constexpr int FileAccess = 75;
+inline constexpr int FileFormat = 321;
 inline constexpr int ObjectNotSet = static_cast<int>(0x80040001U);  // raised by a cell view without a cell
 }  // namespace ErrorNumber
 

@@ -23,8 +23,10 @@ bool GridDocument::IsComplete() const {
 }
 
 bool GridDocument::LoadFile(const std::string& file) {
-    const auto states = ReadGridFile(file);
+    platform::FileStamp stamp;
+    const auto states = ReadGridFile(file, stamp);
     if (!states) return false;
+    stamp_ = stamp;
     Replace(*states);
     grid_.Modified(false);
     history_.MarkSaved();
@@ -32,11 +34,18 @@ bool GridDocument::LoadFile(const std::string& file) {
 }
 
 bool GridDocument::SaveFile(const std::string& file) {
-    if (!WriteGridFile(file, States())) return false;
+    platform::FileStamp stamp;
+    if (!WriteGridFile(file, States(), stamp)) return false;
+    stamp_ = stamp;
     grid_.Modified(false);
     history_.MarkSaved();
     Changed();
     return true;
+}
+
+bool GridDocument::FileChanged() const {
+    const auto found = platform::FileStamp::Of(path_);
+    return found && found != stamp_;
 }
 
 bool GridDocument::EnterValue(int index, int digit, const EntryModes& modes) {

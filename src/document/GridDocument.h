@@ -3,12 +3,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "document/GridFile.h"
 #include "document/UndoHistory.h"
 #include "engine/clsGrid.h"
 #include "platform/ProgressWindow.h"
+#include "platform/SafeFile.h"
 
 // The modes that decide what may be entered.
 struct EntryModes {
@@ -39,7 +41,8 @@ class GridDocument {
     clsGrid& Grid() { return grid_; }
     const clsGrid& Grid() const { return grid_; }
 
-    // The file that the grid belongs to, UTF-8, empty for none. Writing it names the grid after the file.
+    // The file that the grid belongs to, the bytes of its name, empty for none. Writing it names the grid
+    // after the file.
     const std::string& Path() const { return path_; }
     void Path(const std::string& path);
     const std::string& Caption() const { return caption_; }
@@ -55,11 +58,16 @@ class GridDocument {
 
     // ---- Files.
 
-    // False when there is no such file or it cannot be read. Error 6, 9 or 13: a record that does not
-    // convert. What was read is not modified and has no history.
+    // False when there is no such file or it cannot be read. Error 321: the file is no grid; 6, 9 or 13: a
+    // record that does not convert. What was read is not modified and has no history.
     bool LoadFile(const std::string& file);
     // True when the whole file is on disk; only then the grid counts as not modified.
     bool SaveFile(const std::string& file);
+    // There is a file at Path() that is not what this grid last read or wrote: somebody else's work.
+    bool FileChanged() const;
+    // Of what it last read or wrote; nothing before that.
+    const std::optional<platform::FileStamp>& Stamp() const { return stamp_; }
+    void Stamp(const std::optional<platform::FileStamp>& stamp) { stamp_ = stamp; }
 
     // ---- Entry. False: refused.
 
@@ -122,6 +130,7 @@ class GridDocument {
     std::unique_ptr<clsGrid> solution_;
     UndoHistory history_;
     std::string path_;
+    std::optional<platform::FileStamp> stamp_;
     std::string caption_;
     std::function<void()> changed_;
 };

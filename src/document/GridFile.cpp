@@ -1,13 +1,21 @@
 #include "document/GridFile.h"
 
+#include <utility>
 #include <vector>
 
+#include "diagnostics/ErrorHandling.h"
 #include "platform/ProfileFile.h"
 #include "settings/IniParamProcs.h"
 
-std::optional<GridStates> ReadGridFile(const std::string& path) {
+std::optional<GridStates> ReadGridFile(const std::string& path, platform::FileStamp& stamp) {
+    std::string bytes;
+    if (platform::ReadWholeFile(path, bytes, platform::LargestFile, &stamp) != platform::FileState::Read) {
+        return std::nullopt;
+    }
+    const bool empty = bytes.empty();
     platform::ProfileFile file;
-    if (file.Read(path) != platform::FileState::Read) return std::nullopt;
+    file.Parse(std::move(bytes));
+    if (!empty && !file.HasSection("")) throw RuntimeError(ErrorNumber::FileFormat);
     std::vector<std::string> keys;
     for (std::size_t i = 1; i <= GridStates().size(); ++i) keys.push_back(std::to_string(i));
     const auto records = file.Values("", keys);
@@ -26,6 +34,6 @@ std::string GridFileText(const GridStates& states) {
     return bytes;
 }
 
-bool WriteGridFile(const std::string& path, const GridStates& states) {
-    return platform::ReplaceFile(path, GridFileText(states));
+bool WriteGridFile(const std::string& path, const GridStates& states, platform::FileStamp& stamp) {
+    return platform::ReplaceFile(path, GridFileText(states), &stamp);
 }

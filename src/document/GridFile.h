@@ -5,17 +5,20 @@
 #include <string>
 
 #include "document/CellState.h"
+#include "platform/SafeFile.h"
 
 // A grid file: profile-file text with one section of empty name and the keys 1..81, each
 // "value|locked|exclusion mask".
 using GridStates = std::array<CellState, 81>;  // of cell i at i - 1
 
 // Nothing when there is no such file or it cannot be read; never waits on a pipe. A missing key is an empty
-// cell. Error 6, 9 or 13: a record that does not convert.
-std::optional<GridStates> ReadGridFile(const std::string& path);
+// cell, an empty file an empty grid. Error 321: a file without the section; 6, 9 or 13: a record that does
+// not convert. `stamp` becomes that of what was read.
+std::optional<GridStates> ReadGridFile(const std::string& path, platform::FileStamp& stamp);
 
 // The bytes of a grid file.
 std::string GridFileText(const GridStates& states);
 
-// Written whole, in one step. False, the old file untouched, when not everything reached the disk.
-bool WriteGridFile(const std::string& path, const GridStates& states);
+// Written whole, in one step. False, the old file untouched, when not everything reached the disk. `stamp`
+// becomes that of the new file.
+bool WriteGridFile(const std::string& path, const GridStates& states, platform::FileStamp& stamp);

@@ -30,6 +30,7 @@ class ProfileFile {
     FileState Read(const std::string& path, std::uint64_t limit = usualLimit);
     void Parse(std::string bytes);
 
+    bool HasSection(std::string_view section) const { return FindHeader(section).has_value(); }
     // The value without surrounding blanks; nothing if the section or the key is missing.
     std::optional<std::string> Value(std::string_view section, std::string_view key) const;
     // The values of many keys of one section, in one pass over the file, whatever its size.

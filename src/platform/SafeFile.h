@@ -28,10 +28,12 @@ struct FileStamp {
 // True for a regular file (through links); false for folders, pipes, devices and missing names. Never waits.
 bool IsRegularFile(const std::string& path);
 
+inline constexpr std::uint64_t LargestFile = 256u << 20;
+
 // Reads a whole regular file of at most `limit` bytes. On any state but Read, `bytes` is left empty.
 // A pipe or a device is never opened for reading, so the call cannot wait for another program. `stamp`
 // becomes that of what was read.
-FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64_t limit = 256u << 20,
+FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64_t limit = LargestFile,
                         FileStamp* stamp = nullptr);
 
 // Replaces the file's content in one step: the bytes go to a temporary file in the same folder, every

@@ -1,5 +1,8 @@
 #include "settings/FilesPaths.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "platform/Host.h"
 
 namespace FilesPaths {
@@ -22,6 +25,17 @@ std::string NameOf(std::string_view path) {
     const auto separator = path.find_last_of("/\\");
     if (separator != std::string_view::npos) path.remove_prefix(separator + 1);
     return std::string(path.substr(0, path.rfind('.')));
+}
+
+std::string Absolute(const std::string& path) {
+    std::string_view name = path;
+    while (name.starts_with("./")) {
+        name.remove_prefix(2);
+        while (name.starts_with('/')) name.remove_prefix(1);
+    }
+    std::error_code failed;
+    const std::filesystem::path whole = std::filesystem::absolute(name, failed);
+    return path.empty() || failed ? path : whole.string();
 }
 
 std::string AskOpenFile(const std::string& folder) {

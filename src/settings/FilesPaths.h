@@ -14,6 +14,9 @@ std::string FolderOf(std::string_view path);
 // The file's name without its folder, cut before its last full stop.
 std::string NameOf(std::string_view path);
 
+// The same file from wherever the program works later. An empty path stays empty.
+std::string Absolute(const std::string& path);
+
 // The open and save dialogs for grid files: the chosen path, or empty text when the user cancelled.
 std::string AskOpenFile(const std::string& folder);
 std::string AskSaveFile(const std::string& folder, const std::string& proposedName);

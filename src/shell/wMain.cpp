@@ -17,6 +17,7 @@
 #include "platform/Host.h"
 #include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
+#include "settings/FilesPaths.h"
 #include "settings/IniParamProcs.h"
 #include "settings/RegBase.h"
 #include "settings/Settings.h"
@@ -122,7 +123,7 @@ void wMain::WriteFirstSettings() {
 void wMain::OpenCommandLine() {
     std::string name = platform::TheHost().application->CommandLine();
     if (name.size() >= 2 && name.front() == '"' && name.back() == '"') name = name.substr(1, name.size() - 2);
-    OpenGridFile(QString::fromStdString(name));
+    OpenGridFile(platform_qt::PathFromBytes(FilesPaths::Absolute(name)));
 }
 
 void wMain::ShowSplash() {
@@ -237,6 +238,10 @@ void wMain::ShowDocument(const QString& path, const QString& caption) {
                        ? title
                        : title + QStringLiteral(" - ") +
                              QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
-    pathPanel_->setText(path);
-    pathPanel_->setToolTip(path);
+    ShowPath(path);
+}
+
+void wMain::ShowPath(const QString& path) {
+    pathPanel_->setText(platform_qt::ShownPath(path));
+    pathPanel_->setToolTip(platform_qt::ShownPath(path));
 }

@@ -138,6 +138,8 @@ class wMain : public QMainWindow, public MainFrame {
     void GridActivated(QMdiSubWindow* window);
     void GridUnloading();
     void OpenDroppedFiles();
+    // In the status bar.
+    void ShowPath(const QString& path);
     std::string NextCaption();
     std::string CopyCaption(const std::string& caption) const;
     // Runs a command on the active grid, or beeps. The command gets an OpenGrid: it asks whether the grid is

@@ -3,10 +3,10 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
+#include <filesystem>
 #include <memory>
 #include <utility>
 
@@ -16,6 +16,7 @@
 #include "document/window/wGrid.h"
 #include "platform/Host.h"
 #include "platform/SafeFile.h"
+#include "platform/qt/QtHost.h"
 #include "settings/FilesPaths.h"
 #include "settings/Settings.h"
 #include "shell/WithActiveGrid.h"
@@ -23,10 +24,13 @@
 
 namespace {
 
+// As the names' own bytes, which a URL's text would not keep.
 QStringList DraggedFiles(const QMimeData& data) {
     QStringList files;
     for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile()) files.append(url.toLocalFile());
+        if (!url.isLocalFile()) continue;
+        const QByteArray encoded = url.path(QUrl::FullyEncoded).toLatin1();
+        files.append(platform_qt::PathFromBytes(QByteArray::fromPercentEncoding(encoded).toStdString()));
     }
     return files;
 }
@@ -52,7 +56,7 @@ bool wMain::OpenGridFile(const QString& file) {
             replaced.push_back(grid);
         }
         platform::TheHost().pointer->Shape(platform::PointerShape::Hourglass);
-        const std::string path = file.toStdString();
+        const std::string path = platform_qt::PathToBytes(file);
         auto document = std::make_unique<GridDocument>();
         if (!document->LoadFile(path)) {
             const bool exists = platform::IsRegularFile(path);
@@ -72,7 +76,7 @@ void wMain::mnuFileOpen_Click() {
         if (RefusedWhileBusy()) return;
         const std::string file = FilesPaths::AskOpenFile(Settings::Read(Settings::LastOpened));
         if (file.empty()) return;
-        if (OpenGridFile(QString::fromStdString(file))) recentFiles_.Add(*this, file);
+        if (OpenGridFile(platform_qt::PathFromBytes(file))) recentFiles_.Add(*this, file);
         Settings::Write(Settings::LastOpened, FilesPaths::FolderOf(file));
     });
 }
@@ -81,8 +85,9 @@ void wMain::mnuFileMRU_Click(int index) {
     Trap("wMain", "mnuFileMRU_Click", [&] {
         if (RefusedWhileBusy()) return;
         const std::string file = MostRecentFilesClass::PathOf(*this, index);
-        if (!QFileInfo::exists(QString::fromStdString(file))) return recentFiles_.Delete(*this, index);
-        if (OpenGridFile(QString::fromStdString(file))) recentFiles_.Add(*this, file);
+        std::error_code failed;
+        if (!std::filesystem::exists(file, failed)) return recentFiles_.Delete(*this, index);
+        if (OpenGridFile(platform_qt::PathFromBytes(file))) recentFiles_.Add(*this, file);
     });
 }
 
@@ -91,7 +96,7 @@ void wMain::mnuFileSaveAs_Click() {
         const std::string file =
             FilesPaths::AskSaveFile(Settings::Read(Settings::LastSaved), grid->Document().Caption());
         if (file.empty() || !grid) return;
-        const QString path = QString::fromStdString(file);
+        const QString path = platform_qt::PathFromBytes(file);
         if (grid->SaveFile(path)) {
             grid->Path(path);
             recentFiles_.Add(*this, file);
@@ -106,7 +111,7 @@ void wMain::mnuFileSaveAs_Click() {
 void wMain::mnuFileSave_Click() {
     WithActiveGrid("mnuFileSave_Click", [this](const OpenGrid& grid) {
         if (grid->Path().isEmpty()) mnuFileSaveAs_Click();
-        if (grid && grid->SaveFile(grid->Path())) recentFiles_.Add(*this, grid->Document().Path());
+        if (grid && grid->SaveOwnFile()) recentFiles_.Add(*this, grid->Document().Path());
     });
 }
 
@@ -143,7 +148,11 @@ void wMain::OpenDroppedFiles() {
         return;
     }
     while (!droppedFiles_.isEmpty() && !QApplication::activeModalWidget()) {
-        OpenGridFile(droppedFiles_.takeFirst());
+        const QString file = droppedFiles_.takeFirst();
+        // A box that comes up is about one of many: the panel says which.
+        ShowPath(file);
+        OpenGridFile(file);
+        ShowPath(ActiveGrid() ? ActiveGrid()->Path() : QString());
     }
 }
 

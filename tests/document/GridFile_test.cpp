@@ -90,6 +90,25 @@ TEST_F(GridFile, OnlyTheRecordsOfTheNamelessSectionCount) {
     // Candidates come from the values, not from the file.
     EXPECT_FALSE(document.Grid().Cells(80)->Avail(7));
     EXPECT_TRUE(document.Grid().Cells(80)->Avail(9));
+    ASSERT_TRUE(Load(""));
+    EXPECT_EQ(States({5, 81}), "0|0|0 0|0|0 ");
+}
+
+TEST_F(GridFile, OnlyWhatOthersMadeOfTheFileIsAChange) {
+    document.Path(file);
+    EXPECT_FALSE(document.FileChanged()) << "there is none";
+    ScriptedHost::WriteFile(file, "[]\n");
+    EXPECT_TRUE(document.FileChanged()) << "it came from somewhere else";
+    EXPECT_TRUE(document.LoadFile(file) && !document.FileChanged());
+    EXPECT_TRUE(document.SaveFile(file) && document.SaveFile(file) && !document.FileChanged());
+    GridDocument other;
+    EXPECT_TRUE(other.LoadFile(file) && other.SaveFile(file));
+    other.Path(file);
+    EXPECT_TRUE(document.FileChanged() && !other.FileChanged());
+    EXPECT_EQ(ErrorOfLoading("[]\n1=abc\n"), ErrorNumber::TypeMismatch);
+    EXPECT_TRUE(document.FileChanged()) << "it was not read";
+    std::filesystem::remove(file);
+    EXPECT_FALSE(document.FileChanged());
 }
 
 TEST_F(GridFile, FormsThatOtherProgramsWriteAreUnderstood) {
@@ -110,7 +129,10 @@ TEST_F(GridFile, WhatCannotBeReadChangesNothing) {
     const std::pair<const char*, int> damaged[] = {{"[]\n1=1|1|0\n2=256|1|0\n", ErrorNumber::Overflow},
                                                    {"[]\n1=1|1|0\n2=abc|1|0\n", ErrorNumber::TypeMismatch},
                                                    {"[]\n1=1|1|0\n81=7|1\n", ErrorNumber::OutOfBounds},
-                                                   {"[]\n1=1|1|0\n81=\n", ErrorNumber::OutOfBounds}};
+                                                   {"[]\n1=1|1|0\n81=\n", ErrorNumber::OutOfBounds},
+                                                   {"1=1|1|0\n", ErrorNumber::FileFormat},
+                                                   {"[Autre]\n1=1|1|0\n", ErrorNumber::FileFormat},
+                                                   {"\n", ErrorNumber::FileFormat}};
     for (const auto& [bytes, error] : damaged) EXPECT_EQ(ErrorOfLoading(bytes), error) << bytes;
     const std::string pipe = host.PathOf("tube");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

@@ -62,7 +62,8 @@ TEST_F(Recovery, EverythingComesBackFromTheText) {
     EXPECT_FALSE(back.Grid().Cells(1)->Avail(2)) << "row 2 has it in box 1";
     EXPECT_EQ(Walk(back), Walk(document));
     ScriptedHost::WriteFile(host.PathOf("a.nx3"), RecoveryFile::Text(document.Snapshot()));
-    EXPECT_EQ(ReadGridFile(host.PathOf("a.nx3")), document.Snapshot().states) << "a grid file as well";
+    platform::FileStamp stamp;
+    EXPECT_EQ(ReadGridFile(host.PathOf("a.nx3"), stamp), document.Snapshot().states) << "a grid file as well";
 }
 
 TEST_F(Recovery, UndoneUpToTheFileTheGridIsAsSaved) {

@@ -72,7 +72,7 @@ TEST_F(Dialogs, ABoxShowsItsTextAsItStandsUnderTheProgramsTitle) {
 TEST_F(Dialogs, AFileIsOpenedOnlyIfItIsThereAndReplacedOnlyWhenAgreed) {
     // What is shown, and what is chosen when a name is entered and what is asked then gets this answer.
     const auto ask = [](bool save, const std::string& folder, const std::string& name,
-                        QMessageBox::StandardButton answer = QMessageBox::NoButton) {
+                        QMessageBox::StandardButton answer = QMessageBox::NoButton, qsizetype kind = 0) {
         QString shown;
         InNextDialog([&](QWidget& window) {
             auto& dialog = dynamic_cast<QFileDialog&>(window);
@@ -81,6 +81,7 @@ TEST_F(Dialogs, AFileIsOpenedOnlyIfItIsThereAndReplacedOnlyWhenAgreed) {
             EXPECT_EQ(dialog.nameFilters().join('|'), "Grilles Ninarix 3 (*.nx3)|Tous les fichiers (*)");
             const auto press = [=](QWidget& box) { dynamic_cast<QMessageBox&>(box).button(answer)->click(); };
             if (answer != QMessageBox::NoButton) InNextDialog(press);
+            dialog.selectNameFilter(dialog.nameFilters()[kind]);
             field.setText(QString::fromStdString(name));
             QTest::keyClick(&field, Qt::Key_Return);
         });
@@ -89,15 +90,50 @@ TEST_F(Dialogs, AFileIsOpenedOnlyIfItIsThereAndReplacedOnlyWhenAgreed) {
         return shown.toStdString() + chosen;
     };
     const std::string own = host_.folder.string(), old = own + "/Ancienne.nx3", absent = own + "/absent";
-    const std::string saving = "Enregistrer sous|Grille1.v2|" + own + '|';
+    const std::string saving = "Enregistrer sous|Grille1.v2.nx3|" + own + '|';
     const std::string opening = "Ouvrir||" + QDir::homePath().toStdString() + '|';
     ScriptedHost::WriteFile(old, "");
     EXPECT_EQ(ask(true, own, "Été"), saving + own + "/Été.nx3");
+    const std::pair<std::string, std::string> names[] = {
+        {"v1.2", "v1.2.nx3 v1.2"}, {"v1", "v1.nx3 v1.nx3"}, {"V1.NX3", "V1.NX3 V1.NX3"}};
+    for (const auto& [name, kept] : names) {
+        const std::string chosen = ask(true, own, name),
+                          ofAnyKind = ask(true, own, name, QMessageBox::NoButton, 1);
+        EXPECT_EQ(
+            chosen.substr(chosen.rfind('/') + 1) + ofAnyKind.substr(ofAnyKind.rfind('/')).replace(0, 1, " "),
+            kept);
+    }
     EXPECT_EQ(ask(true, own, "Ancienne", QMessageBox::No), saving);
     EXPECT_EQ(ask(true, own, "Ancienne", QMessageBox::Yes), saving + old);
     EXPECT_EQ(ask(false, own, "Ancienne.nx3"), "Ouvrir||" + own + '|' + old);
     EXPECT_EQ(ask(false, "", old), opening + old);
     EXPECT_EQ(ask(false, absent, absent + ".nx3", QMessageBox::Ok), opening);
+}
+
+TEST_F(Dialogs, NamesThatTheToolkitCannotWriteAreFoundAndAskedAbout) {
+    const std::string folder = host_.PathOf("d\xE9"), old = folder + "/Gril\xE9.nx3";
+    std::filesystem::create_directory(folder);
+    ScriptedHost::WriteFile(old, "");
+    const auto ask = [](bool save, const std::string& start, const QString& name,
+                        QMessageBox::StandardButton answer = QMessageBox::NoButton) {
+        InNextDialog([&](QWidget& dialog) {
+            auto& field = Child<QLineEdit>(dialog, "fileNameEdit");
+            const auto press = [=](QWidget& box) { dynamic_cast<QMessageBox&>(box).button(answer)->click(); };
+            if (answer != QMessageBox::NoButton) InNextDialog(press);
+            if (!name.isEmpty()) field.setText(name);
+            QTest::keyClick(&field, Qt::Key_Return);
+        });
+        return platform_qt::QtFileDialogs().Ask({save, "Grilles|*.nx3", start, "Gril\xE9"});
+    };
+    const QString unknown(QChar::ReplacementCharacter);
+    EXPECT_EQ(ask(false, folder, "Gril" + unknown + ".nx3"), old);
+    EXPECT_EQ(ask(true, folder, {}, QMessageBox::No), "");
+    EXPECT_EQ(ask(true, folder, {}, QMessageBox::Yes), old);
+    EXPECT_EQ(ask(true, host_.folder, {}), host_.PathOf("Gril\xE9.nx3")) << "the proposed name is kept";
+    EXPECT_EQ(ask(true, "", QString::fromStdString(host_.folder) + "/d" + unknown + "/neuf"),
+              folder + "/neuf.nx3");
+    ScriptedHost::WriteFile(folder + "/Gril\xE8.nx3", "");
+    EXPECT_EQ(ask(true, folder, "Gril" + unknown), folder + "/Gril\xEF\xBF\xBD.nx3") << "it could be either";
 }
 
 }  // namespace

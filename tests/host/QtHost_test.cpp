@@ -3,6 +3,7 @@
 #include <QtTest>
 #include <QtWidgets>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "platform/Registry.h"
 #include "support/QtSupport.h"
@@ -11,7 +12,8 @@ namespace {
 
 class Host : public testing::Test {
   protected:
-    const platform_qt::QtHost qt_;
+    const char* const words_[2] = {"/tmp/Grille 1.nx3", "b\xE9.nx3"};
+    const platform_qt::QtHost qt_{words_};
     const platform::Host host_ = qt_.Interfaces();
 };
 
@@ -52,12 +54,29 @@ TEST_F(Host, TheClockCountsNanosecondsAndNoSeedComesTwice) {
 TEST_F(Host, KnowsHowItWasStartedAndWhereTheUserKeepsData) {
     const auto& started = *host_.application;
     EXPECT_EQ(started.ProgramFolder() + '/' + started.ProgramFileName() + ' ' + started.CommandLine(),
-              QFile::symLinkTarget("/proc/self/exe").toStdString() + " /tmp/Grille 1.nx3 b.nx3");
+              QFile::symLinkTarget("/proc/self/exe").toStdString() + " /tmp/Grille 1.nx3 b\xE9.nx3");
     using namespace platform;
     std::unique_ptr<RegistryKey> key;
     ASSERT_EQ(host_.registry->Create(RegistryRoot::Classes, "Un.Type", "", RegistryAccess::All, key), 0);
     EXPECT_EQ(key->SetString("", "texte"), 0);
     EXPECT_TRUE(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + "/ninarix/registry.ini"));
+}
+
+TEST_F(Host, APathKeepsItsBytesThroughText) {
+    EXPECT_EQ(platform_qt::PathFromBytes("/\xC3\xA9\xE9\xF0\x9F\x98\x80"),
+              QStringLiteral("/é\xDCE9😀"));
+    EXPECT_EQ(platform_qt::ShownPath(platform_qt::PathFromBytes("/\xE9.nx3")), QString::fromUtf8("/\uFFFD.nx3"));
+    // The signs that begin, continue and end characters, some that never stand in UTF-8, and a byte order
+    // mark.
+    std::mt19937 random(1);
+    constexpr std::string_view signs(
+        "a/\0\x7F\x80\xA0\xBF\xC0\xC3\xA9\xE0\xE9\xED\xEF\xBB\xBF\xF0\x9F\x98\x80\xF4\xF8\xFF", 23);
+    for (int i = 0; i < 20000; ++i) {
+        std::string bytes(random() % 12, ' ');
+        for (char& byte : bytes) byte = signs[random() % signs.size()];
+        ASSERT_EQ(platform_qt::PathToBytes(platform_qt::PathFromBytes(bytes)), bytes)
+            << testing::PrintToString(bytes);
+    }
 }
 
 TEST_F(Host, ColoursHaveRedInTheirLowByte) {

@@ -2,7 +2,7 @@
 
 #include "support/ScriptedHost.h"
 
-TEST(FilesPaths, SplitsAtBothSeparators) {
+TEST(FilesPaths, SplitsJoinsAndAsks) {
     const char* cases[][3] = {{"/home/a b/x.nx3", "/home/a b", "x"},
                               {"C:\\Jeux\\x.y.nx3", "C:\\Jeux", "x.y"},
                               {"/x.nx3", "/", "x"},
@@ -15,6 +15,15 @@ TEST(FilesPaths, SplitsAtBothSeparators) {
         EXPECT_EQ(FilesPaths::NameOf(path), name) << path;
     }
     ScriptedHost host;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(host.folder);
+    const std::pair<std::string, std::string> paths[] = {{"a.nx3", host.PathOf("a.nx3")},
+                                                         {".//./a b", host.PathOf("a b")},
+                                                         {"../.a", host.PathOf("../.a")},
+                                                         {"/x", "/x"},
+                                                         {"", ""}};
+    for (const auto& [path, whole] : paths) EXPECT_EQ(FilesPaths::Absolute(path), whole);
+    std::filesystem::current_path(before);
     host.fileAnswers = {"/o", "/s"};
     EXPECT_EQ(FilesPaths::AskOpenFile("/a"), "/o");
     EXPECT_EQ(FilesPaths::AskSaveFile("/b", "c"), "/s");

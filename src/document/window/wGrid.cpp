@@ -75,11 +75,11 @@ ctrlCell& wGrid::ctrlCells(int index) const {
 }
 
 QString wGrid::Path() const {
-    return platform_qt::FromUtf8(document_->Path());
+    return platform_qt::PathFromBytes(document_->Path());
 }
 
 void wGrid::Path(const QString& path) {
-    document_->Path(path.toStdString());
+    document_->Path(platform_qt::PathToBytes(path));
     ShowCaption();
 }
 

@@ -37,6 +37,8 @@ class wGrid : public QWidget {
     // True when the whole file is on disk; only then the grid counts as not modified. An empty name is false
     // without a report.
     bool SaveFile(const QString& file);
+    // To the grid's own file; asks first when somebody else changed that meanwhile.
+    bool SaveOwnFile();
 
     // Recomputes candidates and shows them, and the palette, again.
     void UpdateGrid();

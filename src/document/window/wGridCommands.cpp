@@ -7,6 +7,7 @@
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
 #include "platform/Host.h"
+#include "platform/qt/QtHost.h"
 #include "printing/PagePainter.h"
 #include "printing/Printing.h"
 #include "settings/FilesPaths.h"
@@ -19,8 +20,22 @@ namespace MessageStyle = platform::MessageStyle;
 bool wGrid::SaveFile(const QString& file) {
     if (file.isEmpty()) return false;
     return Trap("wGrid", "SaveFile", [&] {
-        if (!document_->SaveFile(file.toStdString())) throw RuntimeError(ErrorNumber::FileAccess);
+        if (!document_->SaveFile(platform_qt::PathToBytes(file))) throw RuntimeError(ErrorNumber::FileAccess);
         return true;
+    });
+}
+
+bool wGrid::SaveOwnFile() {
+    return Trap("wGrid", "SaveFile", [this] {
+        if (document_->FileChanged()) {
+            const OpenGrid self(this);
+            const auto answer = TheHost().messages->Show(
+                "Le fichier \"" + document_->Path() +
+                    "\" a été modifié par un autre programme.\r\nVoulez-vous l'écraser ?",
+                MessageStyle::Exclamation + MessageStyle::OkCancel + MessageStyle::SecondDefault);
+            if (answer != MessageButton::Ok || !self) return false;
+        }
+        return SaveFile(Path());
     });
 }
 
@@ -116,11 +131,11 @@ bool wGrid::Form_QueryUnload() {
 }
 
 bool wGrid::SaveOnUnload() {
-    if (!document_->Path().empty()) return SaveFile(Path());
+    if (!document_->Path().empty()) return SaveOwnFile();
     const OpenGrid self(this);
     const std::string file =
         FilesPaths::AskSaveFile(Settings::Read(Settings::LastOpened), document_->Caption());
-    if (file.empty() || !self || !SaveFile(QString::fromStdString(file))) return false;
-    Path(QString::fromStdString(file));
+    if (file.empty() || !self || !SaveFile(platform_qt::PathFromBytes(file))) return false;
+    Path(platform_qt::PathFromBytes(file));
     return true;
 }

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QStringConverter>
 #include <QTranslator>
 #include <QVersionNumber>
 #include <utility>
@@ -93,6 +94,12 @@ class QtColourDialogs : public platform::ColourDialogs {
 
 class QtApplication : public platform::Application {
   public:
+    explicit QtApplication(std::span<const char* const> arguments) {
+        for (const char* word : arguments) {
+            if (!commandLine_.empty()) commandLine_ += ' ';
+            commandLine_ += word;
+        }
+    }
     std::string ProgramFolder() const override { return ToUtf8(QCoreApplication::applicationDirPath()); }
     std::string ProgramFileName() const override {
         return ToUtf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName());
@@ -100,9 +107,7 @@ class QtApplication : public platform::Application {
     std::string Title() const override { return "Ninarix"; }
     int MajorVersion() const override { return Version().majorVersion(); }
     int MinorVersion() const override { return Version().minorVersion(); }
-    std::string CommandLine() const override {
-        return ToUtf8(QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')));
-    }
+    std::string CommandLine() const override { return commandLine_; }
     // Only absolute folders count in the environment.
     std::string StateFolder() const override {
         const QString state = qEnvironmentVariable("XDG_STATE_HOME");
@@ -118,6 +123,7 @@ class QtApplication : public platform::Application {
         return QVersionNumber::fromString(QCoreApplication::applicationVersion());
     }
 
+    std::string commandLine_;
     std::string helpFile_;
 };
 
@@ -129,6 +135,8 @@ std::string RegistryFile(const platform::DesktopFolders& folders) {
 }  // namespace
 
 struct QtHost::Parts {
+    explicit Parts(std::span<const char* const> arguments) : application(arguments) {}
+
     QtMessageBoxes messages;
     QtPointer pointer;
     QtEventPump events;
@@ -143,12 +151,51 @@ struct QtHost::Parts {
     platform::FileRegistry registry{RegistryFile(folders), &desktop};
 };
 
-QtHost::QtHost() : parts_(std::make_unique<Parts>()) {}
+QtHost::QtHost(std::span<const char* const> arguments) : parts_(std::make_unique<Parts>(arguments)) {}
 QtHost::~QtHost() = default;
 
 platform::Host QtHost::Interfaces() const {
     return {&parts_->messages, &parts_->pointer, &parts_->events,      &parts_->clock,   &parts_->seeds,
             &parts_->files,    &parts_->help,    &parts_->application, &parts_->colours, &parts_->registry};
+}
+
+QString PathFromBytes(std::string_view bytes) {
+    using Convert = QStringConverter;
+    // As many bytes as a character's first one announces.
+    const auto announced = [](char first) {
+        const auto byte = static_cast<unsigned char>(first);
+        return byte < 0xC0 ? 1U : byte < 0xE0 ? 2U : byte < 0xF0 ? 3U : 4U;
+    };
+    QString path;
+    while (!bytes.empty()) {
+        const std::string_view next = bytes.substr(0, announced(bytes.front()));
+        QStringDecoder decoder(Convert::Utf8, Convert::Flag::Stateless | Convert::Flag::ConvertInitialBom);
+        const QString character = decoder(QByteArrayView(next.data(), static_cast<qsizetype>(next.size())));
+        if (decoder.hasError()) {
+            path += QChar(0xDC00 + static_cast<unsigned char>(bytes.front()));
+            bytes.remove_prefix(1);
+        } else {
+            path += character;
+            bytes.remove_prefix(next.size());
+        }
+    }
+    return path;
+}
+
+std::string PathToBytes(const QString& path) {
+    std::string bytes;
+    for (qsizetype i = 0; i < path.size(); ++i) {
+        const char16_t unit = path[i].unicode();
+        if (unit >= 0xDC80 && unit <= 0xDCFF) {
+            bytes += static_cast<char>(unit - 0xDC00);
+        } else {
+            const bool pair =
+                path[i].isHighSurrogate() && i + 1 < path.size() && path[i + 1].isLowSurrogate();
+            bytes += path.mid(i, pair ? 2 : 1).toStdString();
+            if (pair) ++i;
+        }
+    }
+    return bytes;
 }
 
 QColor FromLowRed(std::uint32_t color) {

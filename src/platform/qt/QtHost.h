@@ -4,6 +4,7 @@
 #include <QString>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,8 @@ namespace platform_qt {
 
 class QtHost {
   public:
-    QtHost();
+    // With the words that follow the program's name, as the bytes that they are.
+    explicit QtHost(std::span<const char* const> arguments = {});
     ~QtHost();
     QtHost(const QtHost&) = delete;
     QtHost& operator=(const QtHost&) = delete;
@@ -34,6 +36,15 @@ inline QString FromUtf8(std::string_view text) {
 }
 inline std::string ToUtf8(const QString& text) {
     return text.toStdString();
+}
+
+// The bytes of a path as text, and the same bytes of it again: a byte b that is no UTF-8 is the lone
+// surrogate U+DC00 + b. To show such a path use ShownPath.
+QString PathFromBytes(std::string_view bytes);
+std::string PathToBytes(const QString& path);
+// With a replacement character for each byte that is none.
+inline QString ShownPath(const QString& path) {
+    return FromUtf8(PathToBytes(path));
 }
 
 // Colours with red in their low byte, as the whole program keeps them, from and to the toolkit's own type.
