@@ -150,6 +150,50 @@ TEST_F(Files, AFirstSaveAsksOnceALaterOneNever) {
     EXPECT_EQ(RecentFiles(), "neuf.nx3");
 }
 
+TEST_F(Files, WhatOthersMadeOfAFileIsOverwrittenOnlyOnRequest) {
+    const std::string file = GridFile("a.nx3");
+    Open(file);
+    Run("mnuFileNew");
+    Run("mnuFileSaveAs", file);  // a second window of the same file
+    Activate(0);
+    Set(1, "5|0|0");
+    Run("mnuFileSave", MessageButton::Cancel);
+    EXPECT_EQ(LastBox(), "305 Le fichier \"" + file +
+                             "\" a été modifié par un autre programme.\r\nVoulez-vous l'écraser ?");
+    EXPECT_TRUE(Holds(file, "0|0|0") && Document().Modified());
+    host.Expect(MessageButton::Yes);  // save before closing
+    Run("mnuFileClose", MessageButton::Cancel);
+    EXPECT_TRUE(Holds(file, "0|0|0") && Document().Modified());
+    EXPECT_EQ(Grids(), "[a], a");
+    Run("mnuFileSave", MessageButton::Ok);
+    EXPECT_TRUE(Holds(file, "5|0|0"));
+    Run("mnuFileSave");
+}
+
+// Latin-1 names, as old disks have them.
+TEST_F(Files, NamesOfAnyBytesAreOpenedSavedAndFoundAgain) {
+    const std::string folder = host.PathOf("d\xE9");
+    std::filesystem::create_directory(folder);
+    const std::string file = GridFile("d\xE9/\xC9t\xE9 1.nx3");
+    QMimeData data;
+    data.setUrls({QUrl::fromEncoded("file://" + QByteArray::fromStdString(folder).toPercentEncoding("/") +
+                                    "/%C9t%E9%201.nx3")});
+    EXPECT_TRUE(Drop(data));
+    ServeEvents();
+    EXPECT_EQ(Grids() + State(1), "[\uFFFDt\uFFFD 1]7|1|0");
+    EXPECT_TRUE(PathPanel().ends_with("/d\uFFFD/\uFFFDt\uFFFD 1.nx3")) << PathPanel();
+    Set(1, "5|1|0");
+    Run("mnuFileSave");
+    EXPECT_TRUE(Holds(file, "5|1|0"));
+    Run("mnuFileOpen", "");
+    host.Expect(MessageButton::Ok);  // reload
+    Run("mnuFileOpen", file);
+    EXPECT_EQ(Document().Path() + Setting("Files", "LastOpened"), file + folder);
+    const std::string other = folder + "/\xE8.nx3";
+    Run("mnuFileSaveAs", other);
+    EXPECT_EQ(Document().Path() + Setting("Files", "LastSaved"), other + folder);
+}
+
 // ---- Dropping.
 
 TEST_F(Files, DroppedFilesAreOpenedInOrderAfterTheDrop) {
@@ -163,6 +207,21 @@ TEST_F(Files, DroppedFilesAreOpenedInOrderAfterTheDrop) {
     QMimeData link;
     link.setUrls({QUrl("http://exemple.invalid/a.nx3")});
     EXPECT_FALSE(Drop(link));
+}
+
+TEST_F(Files, ABoxAboutADroppedFileIsSeenWithItsPathAndStopsNoOther) {
+    Open(GridFile("a.nx3"));
+    const std::string none = host.PathOf("photo.jpg"), damaged = GridFile("b.nx3", "abc|0|0");
+    ScriptedHost::WriteFile(none, "JFIF");
+    std::string paths;
+    host.onShow = [&] { paths += PathPanel() + '\n'; };
+    for (int i = 0; i < 3; ++i) host.Expect(MessageButton::Ok);
+    EXPECT_TRUE(Drop({none, damaged, host.PathOf("a.nx3"), GridFile("c.nx3"), none}));
+    host.Expect(MessageButton::Ok);
+    ServeEvents();
+    EXPECT_EQ(paths, none + '\n' + damaged + '\n' + host.PathOf("a.nx3") + '\n' + none + '\n');
+    EXPECT_TRUE(LastBox().starts_with("16 Error Nr 321 : Format de fichier incorrect\r\n")) << LastBox();
+    EXPECT_EQ(Grids() + PathPanel(), "a, [c]" + host.PathOf("c.nx3"));
 }
 
 // What is dragged onto a window that waits for a dialog is refused; what was dropped before waits for it.

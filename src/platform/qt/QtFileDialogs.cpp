@@ -150,22 +150,21 @@ void BytesFileDialog::AddSuffix() {
     field->setText(name + ending);
 }
 
+// The toolkit looks at files that it can name; it neither finds the others nor asks before they are replaced.
 void BytesFileDialog::accept() {
+    if (acceptMode() == AcceptSave) AddSuffix();
+    const QString shown = selectedFiles().value(0);
+    const std::string file = Chosen();
+    if (shown.isEmpty() || QFileInfo::exists(shown) || !Exists(file)) return QFileDialog::accept();
+    if (Enter(file)) return findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->clear();
     if (acceptMode() == AcceptSave) {
-        AddSuffix();
-        // The toolkit asks about files that it finds.
-        const QString shown = selectedFiles().value(0);
-        const std::string file = Chosen();
-        if (!QFileInfo::exists(shown) && Exists(file)) {
-            const auto answer =
-                QMessageBox::warning(this, windowTitle(),
-                                     QFileDialog::tr("%1 already exists.\nDo you want to replace it?")
-                                         .arg(QFileInfo(shown).fileName()),
-                                     QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-            if (answer != QMessageBox::Yes) return;
-        }
+        const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
+        const auto answer =
+            QMessageBox::warning(this, windowTitle(), question.arg(QFileInfo(shown).fileName()),
+                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+        if (answer != QMessageBox::Yes) return;
     }
-    QFileDialog::accept();
+    QDialog::accept();
 }
 
 }  // namespace
