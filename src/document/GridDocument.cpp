@@ -96,12 +96,13 @@ void GridDocument::Reinit() {
 }
 
 GridSnapshot GridDocument::Snapshot() const {
-    return {path_, caption_, States(), history_};
+    return {path_, caption_, stamp_, States(), history_};
 }
 
 void GridDocument::Resume(GridSnapshot snapshot) {
     path_ = std::move(snapshot.path);
     caption_ = std::move(snapshot.caption);
+    stamp_ = snapshot.stamp;
     Replace(snapshot.states);
     history_ = std::move(snapshot.history);
     grid_.Modified(true);

@@ -22,6 +22,7 @@ struct EntryModes {
 struct GridSnapshot {
     std::string path;
     std::string caption;
+    std::optional<platform::FileStamp> stamp;  // of the file as the grid last read or wrote it
     GridStates states;
     UndoHistory history;
 };
@@ -65,9 +66,6 @@ class GridDocument {
     bool SaveFile(const std::string& file);
     // There is a file at Path() that is not what this grid last read or wrote: somebody else's work.
     bool FileChanged() const;
-    // Of what it last read or wrote; nothing before that.
-    const std::optional<platform::FileStamp>& Stamp() const { return stamp_; }
-    void Stamp(const std::optional<platform::FileStamp>& stamp) { stamp_ = stamp; }
 
     // ---- Entry. False: refused.
 
@@ -130,7 +128,7 @@ class GridDocument {
     std::unique_ptr<clsGrid> solution_;
     UndoHistory history_;
     std::string path_;
-    std::optional<platform::FileStamp> stamp_;
+    std::optional<platform::FileStamp> stamp_;  // of what it last read or wrote
     std::string caption_;
     std::function<void()> changed_;
 };

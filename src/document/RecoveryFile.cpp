@@ -99,6 +99,7 @@ GridSnapshot SnapshotIn(const platform::ProfileFile& file) {
     const auto field = [&](std::string_view key) { return file.Value("Recovery", key).value_or(""); };
     snapshot.caption = Unescaped(field("Caption"));
     snapshot.path = Unescaped(field("Path"));
+    snapshot.stamp = platform::FileStamp::Parse(field("Stamp"));
     // No line of a step is shorter than 16 bytes.
     const std::size_t count = Number(field("Steps"), file.Bytes().size() / 16);
     for (const auto& step : file.Values("History", Keys(count))) {
@@ -120,6 +121,7 @@ std::string Text(const GridSnapshot& snapshot) {
     AppendLine(text, "Version", version);
     AppendLine(text, "Caption", Escaped(snapshot.caption));
     AppendLine(text, "Path", Escaped(snapshot.path));
+    if (snapshot.stamp) AppendLine(text, "Stamp", snapshot.stamp->Text());
     AppendLine(text, "Steps", std::to_string(history.Size()));
     AppendLine(text, "Position", std::to_string(history.Position()));
     if (history.Saved()) AppendLine(text, "Saved", std::to_string(*history.Saved()));

@@ -10,6 +10,7 @@
 //
 //   []          1..81=value|locked|mask         the cells as they were last
 //   [Recovery]  Version, Caption, Path          %XX for the bytes that a value cannot hold
+//               Stamp                           of the file at the path; missing when there is none
 //               Steps, Position, Saved          of the history; Saved is missing when no file holds the grid
 //   [History]   1..Steps=change;change...       see ChangeText
 //   [End]       Sum                             of every byte before the section, FNV-1a, 16 hexadecimal

@@ -123,6 +123,7 @@ class wMain : public QMainWindow, public MainFrame {
     void MDIForm_Resize();
     bool MDIForm_QueryUnload();
     bool AskAboutEveryGrid();
+    void RememberFile(const std::string& file);
     void SaveRecentFiles();
     void OpenCommandLine();
     void ShowSplash();

@@ -71,12 +71,18 @@ bool wMain::OpenGridFile(const QString& file) {
     });
 }
 
+// The list is written at once: the end may be none.
+void wMain::RememberFile(const std::string& file) {
+    recentFiles_.Add(*this, file);
+    SaveRecentFiles();
+}
+
 void wMain::mnuFileOpen_Click() {
     Trap("wMain", "mnuFileOpen_Click", [this] {
         if (RefusedWhileBusy()) return;
         const std::string file = FilesPaths::AskOpenFile(Settings::Read(Settings::LastOpened));
         if (file.empty()) return;
-        if (OpenGridFile(platform_qt::PathFromBytes(file))) recentFiles_.Add(*this, file);
+        if (OpenGridFile(platform_qt::PathFromBytes(file))) RememberFile(file);
         Settings::Write(Settings::LastOpened, FilesPaths::FolderOf(file));
     });
 }
@@ -86,8 +92,11 @@ void wMain::mnuFileMRU_Click(int index) {
         if (RefusedWhileBusy()) return;
         const std::string file = MostRecentFilesClass::PathOf(*this, index);
         std::error_code failed;
-        if (!std::filesystem::exists(file, failed)) return recentFiles_.Delete(*this, index);
-        if (OpenGridFile(platform_qt::PathFromBytes(file))) recentFiles_.Add(*this, file);
+        if (!std::filesystem::exists(file, failed)) {
+            recentFiles_.Delete(*this, index);
+            return SaveRecentFiles();
+        }
+        if (OpenGridFile(platform_qt::PathFromBytes(file))) RememberFile(file);
     });
 }
 
@@ -99,7 +108,7 @@ void wMain::mnuFileSaveAs_Click() {
         const QString path = platform_qt::PathFromBytes(file);
         if (grid->SaveFile(path)) {
             grid->Path(path);
-            recentFiles_.Add(*this, file);
+            RememberFile(file);
             if (grid == ActiveGrid()) grid->Form_Activate();
         }
         Settings::Write(Settings::LastSaved, FilesPaths::FolderOf(file));
@@ -111,7 +120,7 @@ void wMain::mnuFileSaveAs_Click() {
 void wMain::mnuFileSave_Click() {
     WithActiveGrid("mnuFileSave_Click", [this](const OpenGrid& grid) {
         if (grid->Path().isEmpty()) mnuFileSaveAs_Click();
-        if (grid && grid->SaveOwnFile()) recentFiles_.Add(*this, grid->Document().Path());
+        if (grid && grid->SaveOwnFile()) RememberFile(grid->Document().Path());
     });
 }
 

@@ -73,6 +73,10 @@ TEST_F(Recovery, UndoneUpToTheFileTheGridIsAsSaved) {
     back.Resume(*RecoveryFile::Parse(RecoveryFile::Text(document.Snapshot())));
     back.Undo();
     EXPECT_FALSE(back.Modified());
+    back.Path(host.PathOf("a.nx3"));
+    EXPECT_FALSE(back.FileChanged());
+    ScriptedHost::WriteFile(host.PathOf("a.nx3"), "[]\r\n");
+    EXPECT_TRUE(back.FileChanged()) << "somebody else's work, while no copy was running";
 }
 
 TEST_F(Recovery, ATextThatIsNotWholeOrHoldsNoGridIsRefused) {

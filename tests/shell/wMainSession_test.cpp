@@ -48,7 +48,7 @@ TEST_F(Session, AModifiedGridIsKeptUntilItIsSavedOrThrownAway) {
 }
 
 TEST_F(Session, GridsComeBackWithTheirHistoryAfterAnEndWithoutQuestions) {
-    Open(GridFile("a.nx3"));
+    Run("mnuFileOpen", GridFile("a.nx3"));
     Type(2, 3);
     Type(3, 4);
     Run("mnuFileNew");
@@ -56,7 +56,7 @@ TEST_F(Session, GridsComeBackWithTheirHistoryAfterAnEndWithoutQuestions) {
     Run("mnuFileNew");  // empty, as new ones are
     host.Expect(MessageButton::Yes);
     EndAndStart();
-    EXPECT_EQ(Grids() + " " + RecentFiles(), "a, [Grille1] ");
+    EXPECT_EQ(Grids() + " " + RecentFiles(), "a, [Grille1] a.nx3");
     EXPECT_NE(LastBox().find(": a, Grille1.\r\n"), std::string::npos) << LastBox();
     EXPECT_EQ(State(1), "9|1|0");
     Activate(0);
