@@ -21,7 +21,8 @@ void MayRefuse(auto&& body) {
     try {
         body();
     } catch (const RuntimeError& error) {
-        Check(error.Number() == 6 || error.Number() == 9 || error.Number() == 13, "which error");
+        const int number = error.Number();
+        Check(number == 6 || number == 9 || number == 13 || number == ErrorNumber::FileFormat, "which error");
     }
 }
 

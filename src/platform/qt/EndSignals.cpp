@@ -18,10 +18,10 @@ void OnSignal(int /*number*/) {
     static_cast<void>(write(channel[1], &byte, 1) == 1);
 }
 
-void Handle(int number, void (*handler)(int), int flags) {
+void Handle(int number, void (*handler)(int), unsigned flags = 0) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_flags = flags;
+    action.sa_flags = static_cast<int>(flags);
     sigaction(number, &action, nullptr);
 }
 
@@ -50,7 +50,7 @@ EndSignals::EndSignals() {
 
 EndSignals::~EndSignals() {
     for (const int number : endings) {
-        if (!IsIgnored(number)) Handle(number, SIG_DFL, 0);
+        if (!IsIgnored(number)) Handle(number, SIG_DFL);
     }
     for (int& end : channel) {
         if (end >= 0) close(std::exchange(end, -1));
