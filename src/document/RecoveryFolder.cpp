@@ -1,6 +1,7 @@
 #include "document/RecoveryFolder.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <fcntl.h>
 #include <filesystem>
@@ -47,6 +48,11 @@ RecoveryFolder RecoveryFolder::New(const std::string& parent) {
             Sync(parent);
             return made;
         }
+        if (errno != EWOULDBLOCK) {
+            // Without locks nobody could tell that this copy is running.
+            fs::remove_all(path, failed);
+            return {};
+        }
     }
     return {};
 }
@@ -72,11 +78,11 @@ std::vector<RecoveryFolder> RecoveryFolder::Abandoned(const std::string& parent)
 RecoveryFolder RecoveryFolder::Lock(const std::string& path, int flags) {
     const std::string name = path + std::string(lockName);
     RecoveryFolder folder(path, open(name.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | flags, 0600));
+    if (!folder || flock(folder.lock_, LOCK_EX | LOCK_NB) != 0) return {};
     struct stat held {};
-    // The one that held it before may have removed it.
-    const bool locked = folder && flock(folder.lock_, LOCK_EX | LOCK_NB) == 0 &&
-                        fstat(folder.lock_, &held) == 0 && held.st_nlink > 0;
-    return locked ? std::move(folder) : RecoveryFolder();
+    if (fstat(folder.lock_, &held) == 0 && held.st_nlink > 0) return folder;
+    errno = EWOULDBLOCK;  // the one that held it before has removed it
+    return {};
 }
 
 RecoveryFolder::RecoveryFolder(RecoveryFolder&& other) noexcept
@@ -89,7 +95,10 @@ RecoveryFolder& RecoveryFolder::operator=(RecoveryFolder&& other) noexcept {
 }
 
 RecoveryFolder::~RecoveryFolder() {
-    if (lock_ >= 0) close(lock_);
+    if (lock_ < 0) return;
+    const int error = errno;  // why it could not be locked
+    close(lock_);
+    errno = error;
 }
 
 std::string RecoveryFolder::File(int number) const {
