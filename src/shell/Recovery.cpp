@@ -33,6 +33,7 @@ void Recovery::Watch(wGrid& grid) {
 }
 
 void Recovery::Changed(int grid) {
+    ++changes_;
     changed_.insert(grid);
     if (!timer_.isActive()) timer_.start(delay);
 }

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -25,6 +26,8 @@ class Recovery : public QObject {
 
     // Looks after the grid for as long as its window is open.
     void Watch(wGrid& grid);
+    // How often a grid changed.
+    std::uint64_t Changes() const { return changes_; }
     // Everything there is to keep is on disk now. False: something is not.
     bool KeepNow();
     // For an end without questions: what is not saved is kept, and stays when this object goes.
@@ -38,5 +41,6 @@ class Recovery : public QObject {
     RecoveryStore store_;
     std::map<int, OpenGrid> grids_;
     std::set<int> changed_;
+    std::uint64_t changes_ = 0;
     QTimer timer_;
 };

@@ -147,7 +147,14 @@ void wMain::MDIForm_Resize() {
 }
 
 void wMain::closeEvent(QCloseEvent* event) {
-    if (RefusedWhileBusy() || !MDIForm_QueryUnload()) return event->ignore();
+    if (RefusedWhileBusy()) return event->ignore();
+    if (recovery_->Changes() == committed_) {
+        // The session's end, about which the user was asked. What is not saved is kept all the same: it may
+        // be another end, later.
+        EndNow();
+    } else if (!MDIForm_QueryUnload()) {
+        return event->ignore();
+    }
     SaveRecentFiles();
     if (splash_) splash_->close();
     event->accept();

@@ -4,7 +4,9 @@
 #include <QPointer>
 #include <QStringList>
 #include <array>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -158,6 +160,8 @@ class wMain : public QMainWindow, public MainFrame {
     std::array<ModeActions, ModeCount> modes_;
     MostRecentFilesClass recentFiles_;
     std::unique_ptr<Recovery> recovery_;
+    std::optional<std::uint64_t>
+        committed_;  // the number of changes when the user agreed to the session's end
     OpenGrid activeGrid_;
     QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;

@@ -112,7 +112,10 @@ bool wMain::CommitSession(bool mayAsk) {
         "wMain", "CommitSession",
         [&] {
             recovery_->KeepNow();
-            return !mayAsk || BusyGuard::Active() || AskAboutEveryGrid();
+            const bool asked = mayAsk && !BusyGuard::Active();
+            if (asked && !AskAboutEveryGrid()) return false;
+            if (asked) committed_ = recovery_->Changes();
+            return true;
         },
         true);
 }

@@ -110,6 +110,15 @@ TEST_F(Session, ItsManagerGetsTheUsersAnswer) {
     host.Expect(MessageButton::No);
     EXPECT_TRUE(main->CommitSession(true));
     EXPECT_TRUE(Kept()) << "another program may still refuse to end the session";
+    Type(2, 8);
+    Run("mnuFileQuit", MessageButton::Cancel);
+    host.Expect(MessageButton::No);
+    EXPECT_TRUE(main->CommitSession(true));
+    Run("mnuFileQuit");  // as the toolkit does it then, without the question again
+    EXPECT_FALSE(main->isVisible());
+    host.Expect(MessageButton::Yes);
+    EndAndStart();
+    EXPECT_EQ(State(2), "8|1|0");
     Run("mnuFileClose", MessageButton::No);
 }
 
