@@ -3,6 +3,7 @@
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -14,19 +15,12 @@
 using HistoryStep = std::span<const CellChange>;
 
 // A linear history of steps: those before the position can be undone, those from it on redone. Remembers at
-// which position the grid was as it is in its file.
+// which position the grid was as it is in its file. A copy costs next to nothing however long it is, and may
+// be read by another thread.
 class UndoHistory {
   public:
     // Drops what could be redone. A step without a change is none.
-    void Register(HistoryStep step) {
-        if (step.empty()) return;
-        if (saved_ && *saved_ > position_) saved_.reset();
-        ends_.resize(position_);
-        changes_.resize(StartOf(position_));
-        changes_.insert(changes_.end(), step.begin(), step.end());
-        ends_.push_back(static_cast<std::uint32_t>(changes_.size()));
-        ++position_;
-    }
+    void Register(HistoryStep step);
 
     bool CanUndo() const { return position_ > 0; }
     bool CanRedo() const { return position_ < Size(); }
@@ -47,9 +41,10 @@ class UndoHistory {
     bool AtSaved() const { return saved_ == position_; }
 
     // ---- As a whole: steps 0..Size() - 1.
-    std::size_t Size() const { return ends_.size(); }
+    std::size_t Size() const { return full_.size() * partSize + last_.ends.size(); }
     HistoryStep Step(std::size_t step) const {
-        return HistoryStep(changes_).subspan(StartOf(step), ends_[step] - StartOf(step));
+        const std::size_t part = step / partSize;
+        return (part < full_.size() ? *full_[part] : last_).Step(step % partSize);
     }
     std::size_t Position() const { return position_; }
     const std::optional<std::size_t>& Saved() const { return saved_; }
@@ -61,10 +56,19 @@ class UndoHistory {
     }
 
   private:
-    std::size_t StartOf(std::size_t step) const { return step == 0 ? 0 : ends_[step - 1]; }
+    static constexpr std::size_t partSize = 512;  // steps
+    struct Part {
+        HistoryStep Step(std::size_t step) const {
+            return HistoryStep(changes).subspan(StartOf(step), ends[step] - StartOf(step));
+        }
+        std::size_t StartOf(std::size_t step) const { return step == 0 ? 0 : ends[step - 1]; }
 
-    std::vector<CellChange> changes_;
-    std::vector<std::uint32_t> ends_;  // of each step, in the changes
+        std::vector<CellChange> changes;
+        std::vector<std::uint32_t> ends;  // of each step, in the changes
+    };
+
+    std::vector<std::shared_ptr<const Part>> full_;  // shared with copies
+    Part last_;                                      // that is not full
     std::size_t position_ = 0;
     std::optional<std::size_t> saved_ = 0;
 };

@@ -21,7 +21,7 @@ std::string Recovery::Folder() {
 
 Recovery::Recovery() : store_(Folder()) {
     timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &Recovery::KeepNext);
+    connect(&timer_, &QTimer::timeout, this, &Recovery::Keep);
 }
 
 void Recovery::Watch(wGrid& grid) {
@@ -38,24 +38,23 @@ void Recovery::Changed(int grid) {
     if (!timer_.isActive()) timer_.start(delay);
 }
 
-// A long history takes a millisecond to copy, so there is one grid at a time between two keys. Without the
-// memory for a copy the next change tries again.
-void Recovery::KeepNext() try {
-    if (changed_.empty()) return;
-    const int number = changed_.extract(changed_.begin()).value();
-    if (!changed_.empty()) timer_.start(0ms);
-    const OpenGrid& grid = grids_[number];
-    if (grid && grid->Document().Modified()) {
-        store_.Keep(number, grid->Document().Snapshot());
-    } else {
-        store_.Drop(number);
+// Without the memory for a copy the next change tries again.
+void Recovery::Keep() try {
+    while (!changed_.empty()) {
+        const int number = changed_.extract(changed_.begin()).value();
+        const OpenGrid& grid = grids_[number];
+        if (grid && grid->Document().Modified()) {
+            store_.Keep(number, grid->Document().Snapshot());
+        } else {
+            store_.Drop(number);
+        }
     }
 } catch (const std::bad_alloc&) {
 }
 
 bool Recovery::KeepNow() {
-    while (!changed_.empty()) KeepNext();
     timer_.stop();
+    Keep();
     return store_.Flush(longestWait);
 }
 

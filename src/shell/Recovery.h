@@ -35,7 +35,7 @@ class Recovery : public QObject {
 
   private:
     void Changed(int grid);
-    void KeepNext();
+    void Keep();
     void Forget(int grid);
 
     RecoveryStore store_;
