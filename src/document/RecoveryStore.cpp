@@ -1,6 +1,7 @@
 #include "document/RecoveryStore.h"
 
 #include <cerrno>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <utility>
 
@@ -42,6 +43,7 @@ void RecoveryStore::Leave() {
 }
 
 void RecoveryStore::Run() {
+    setpriority(PRIO_PROCESS, 0, 10);  // this thread's alone: who plays goes first
     std::unique_lock lock(mutex_);
     while (true) {
         changed_.wait(lock, [this] { return ending_ || !waiting_.empty(); });
