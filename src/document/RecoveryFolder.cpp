@@ -113,6 +113,7 @@ std::vector<std::string> RecoveryFolder::Files() const {
     }
     std::sort(numbers.begin(), numbers.end());
     std::vector<std::string> files;
+    files.reserve(numbers.size());
     for (const int number : numbers) files.push_back(File(number));
     return files;
 }

@@ -80,6 +80,8 @@ class BytesFileDialog : public QFileDialog {
     bool Enter(const std::string& folder);
     std::string BytesOf(const QString& path) const;
     void AddSuffix();
+    // None in a dialog of the desktop's own.
+    QLineEdit* NameField() const { return findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); }
 
     const QString suffix_;
     const std::string proposed_;
@@ -139,7 +141,7 @@ std::string BytesFileDialog::Chosen() const {
 // The toolkit takes what follows any full stop for an extension; of "v1.2" that is right only where the user
 // chose to see files of all kinds.
 void BytesFileDialog::AddSuffix() {
-    auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    QLineEdit* field = NameField();
     if (!field || selectedNameFilter() != nameFilters().constFirst()) return;
     const QString name = field->text();
     const QString ending = QLatin1Char('.') + suffix_;
@@ -156,7 +158,10 @@ void BytesFileDialog::accept() {
     const QString shown = selectedFiles().value(0);
     const std::string file = Chosen();
     if (shown.isEmpty() || QFileInfo::exists(shown) || !Exists(file)) return QFileDialog::accept();
-    if (Enter(file)) return findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->clear();
+    if (Enter(file)) {
+        if (QLineEdit* field = NameField()) field->clear();
+        return;
+    }
     if (acceptMode() == AcceptSave) {
         const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
         const auto answer =
@@ -164,7 +169,7 @@ void BytesFileDialog::accept() {
                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
         if (answer != QMessageBox::Yes) return;
     }
-    QDialog::accept();
+    done(QDialog::Accepted);
 }
 
 }  // namespace
