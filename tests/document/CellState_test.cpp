@@ -2,27 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "diagnostics/ErrorHandling.h"
-#include "engine/clsCell.h"
+#include "DocumentSupport.h"
 
 namespace {
-
-template <class Parse>
-int ErrorOf(Parse parse) {
-    try {
-        parse();
-    } catch (const RuntimeError& error) {
-        return error.Number();
-    }
-    return 0;
-}
-
-int RecordError(std::string_view text) {
-    return ErrorOf([&] { ParseRecord(text); });
-}
-int ChangeError(std::string_view text) {
-    return ErrorOf([&] { ParseChange(text); });
-}
 
 TEST(CellRecord, EachFieldConvertsByItsOwnRule) {
     constexpr CellState given{9, true, 0};
@@ -31,13 +13,12 @@ TEST(CellRecord, EachFieldConvertsByItsOwnRule) {
     }
     EXPECT_EQ(ParseRecord("255|False|37x"), (CellState{255, false, 36}));
     EXPECT_EQ(ParseRecord("0|0.0|-1"), (CellState{0, false, 1022}));
-    for (const char* text : {"256|0|0", "-1|0|0", "99999999999999999999|0|0", "0|0|1e10"}) {
-        EXPECT_EQ(RecordError(text), ErrorNumber::Overflow) << text;
-    }
-    for (const char* text : {"abc|0|0", "|0|0", "7x|0|0", "nan|0|0", "1|vrai|0", "1||0", "1|1x|0"}) {
-        EXPECT_EQ(RecordError(text), ErrorNumber::TypeMismatch) << text;
-    }
-    for (const char* text : {"", "7", "7|1"}) EXPECT_EQ(RecordError(text), ErrorNumber::OutOfBounds) << text;
+    const std::pair<int, std::vector<const char*>> refused[] = {
+        {ErrorNumber::Overflow, {"256|0|0", "-1|0|0", "99999999999999999999|0|0", "0|0|1e10"}},
+        {ErrorNumber::TypeMismatch, {"abc|0|0", "|0|0", "7x|0|0", "nan|0|0", "1|vrai|0", "1||0", "1|1x|0"}},
+        {ErrorNumber::OutOfBounds, {"", "7", "7|1"}}};
+    for (const auto& [error, texts] : refused)
+        for (const char* text : texts) EXPECT_EQ(ErrorOf([&] { ParseRecord(text); }), error) << text;
 }
 
 TEST(CellRecord, AChangeIsTwoStatesOfOneCell) {
@@ -46,25 +27,19 @@ TEST(CellRecord, AChangeIsTwoStatesOfOneCell) {
     EXPECT_EQ(ParseChange(ChangeText(change)), change);
     for (const char* text :
          {"5|7|0|0|5|7|0", "5|7|0|0", "82|7|0|0|82|0|0|0", "0|7|0|0|0|0|0|0", "5|7|0|0|6|0|0|0"}) {
-        EXPECT_EQ(ChangeError(text), ErrorNumber::OutOfBounds) << text;
+        EXPECT_EQ(ErrorOf([&] { ParseChange(text); }), ErrorNumber::OutOfBounds) << text;
     }
-    EXPECT_EQ(ChangeError("x|7|0|0|x|0|0|0"), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(ErrorOf([] { ParseChange("x|7|0|0|x|0|0|0"); }), ErrorNumber::TypeMismatch);
 }
 
-TEST(CellRecord, AListenerHearsOfTheWholeState) {
+TEST(CellRecord, AListenerHearsOnceOfTheWholeState) {
     clsCell cell;
-    CellState heard;
-    int calls = 0;
-    cell.OnChange([&](std::uint8_t) {
-        heard = StateOf(cell);
-        ++calls;
-    });
-    const CellState state{5, true, 516};
-    ApplyState(cell, state);
-    EXPECT_EQ(heard, state);
-    EXPECT_EQ(calls, 1);
-    ApplyState(cell, {0, false, 8});
-    EXPECT_EQ(StateOf(cell), (CellState{0, false, 8})) << "exclusions are replaced, not merged";
+    std::vector<CellState> heard;
+    cell.OnChange([&](std::uint8_t) { heard.push_back(StateOf(cell)); });
+    // Exclusions are replaced, not merged.
+    const std::vector<CellState> states{{5, true, 516}, {0, false, 8}};
+    for (const CellState& state : states) ApplyState(cell, state);
+    EXPECT_EQ(heard, states);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "diagnostics/ErrorHandling.h"
 #include "document/GridDocument.h"
 
 // A full grid without a clash, by formula: cell 1 holds 1, cell 2 holds 2.
@@ -30,4 +31,21 @@ inline void SetPuzzle(GridDocument& document, int first, int last) {
             ApplyState(*document.Grid().Cells(i), {std::uint8_t(SolutionAt(i)), true, 0});
     }
     document.Grid().ManageAvails();
+}
+
+// No two givens clash, but no digit is left for cell 1.
+inline void SetContradiction(GridDocument& document) {
+    for (int i = 2; i <= 9; ++i) Set(document, i, std::to_string(i - 1) + "|1|0");
+    Set(document, 28, "9|1|0");
+}
+
+// The number of the error that an action ends with; 0: none.
+template <class Action>
+int ErrorOf(Action&& action) {
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return error.Number();
+    }
+    return 0;
 }

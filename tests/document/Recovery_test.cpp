@@ -67,15 +67,15 @@ TEST_F(Recovery, EverythingComesBackFromTheText) {
 }
 
 TEST_F(Recovery, UndoneUpToTheFileTheGridIsAsSaved) {
-    ASSERT_TRUE(document.SaveFile(host.PathOf("a.nx3")));
+    const std::string file = host.PathOf("a.nx3");
+    document.Path(file);
+    ASSERT_TRUE(document.SaveFile(file));
     document.EnterValue(4, 4, {});
     GridDocument back;
     back.Resume(*RecoveryFile::Parse(RecoveryFile::Text(document.Snapshot())));
     back.Undo();
-    EXPECT_FALSE(back.Modified());
-    back.Path(host.PathOf("a.nx3"));
-    EXPECT_FALSE(back.FileChanged());
-    ScriptedHost::WriteFile(host.PathOf("a.nx3"), "[]\r\n");
+    EXPECT_FALSE(back.Modified() || back.FileChanged());
+    ScriptedHost::WriteFile(file, "[]\r\n");
     EXPECT_TRUE(back.FileChanged()) << "somebody else's work, while no copy was running";
 }
 
