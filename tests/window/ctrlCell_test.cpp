@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "diagnostics/ErrorHandling.h"
+#include "document/DocumentSupport.h"
 #include "engine/clsGrid.h"
 #include "support/ScriptedHost.h"
 
@@ -37,15 +37,8 @@ TEST_F(CellView, OnlyTheBoundCellIsListenedToAndChanged) {
     EXPECT_EQ(view->lblValue().text, "3");
     view->mCell(nullptr);
     view->Locked(true);
-    EXPECT_FALSE(view->Locked() || grid.Cells(1)->Locked());
-    EXPECT_EQ(view->Value(), 0);
-    try {
-        view->Value(1);
-        FAIL() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), ErrorNumber::ObjectNotSet);
-        EXPECT_STREQ(error.what(), "L'objet associé à la cellule n'a pas été créé.");
-    }
+    EXPECT_FALSE(view->Locked() || grid.Cells(1)->Locked() || view->Value());
+    EXPECT_EQ(ErrorOf([&] { view->Value(1); }), ErrorNumber::ObjectNotSet);
     // A model outlives its views.
     view->mCell(grid.Cells(1));
     view.reset();
@@ -53,56 +46,45 @@ TEST_F(CellView, OnlyTheBoundCellIsListenedToAndChanged) {
 }
 
 TEST_F(CellView, KeysAreReportedByMeaningAndByTypedText) {
-    struct Press {
-        int key;
-        Qt::KeyboardModifiers modifiers;
-        const char* text;
-        const char* reported;  // "code of KeyDown" and, if there is one, "code of Keypress"
-    };
-    const Press presses[] = {{Qt::Key_5, Qt::NoModifier, "5", "0 53"},
-                             {Qt::Key_7, Qt::KeypadModifier, "7", "0 55"},
-                             {Qt::Key_Eacute, Qt::ShiftModifier, "2", "0 50"},  // the upper row types accents
-                             {Qt::Key_Eacute, Qt::NoModifier, "é", "0 233"},
-                             {Qt::Key_1, Qt::ControlModifier, "1", "0"},
-                             {Qt::Key_1, Qt::ControlModifier | Qt::AltModifier, "1", "0 49"},
-                             {Qt::Key_Left, Qt::KeypadModifier, "", "37"},
-                             {Qt::Key_Up, Qt::NoModifier, "", "38"},
-                             {Qt::Key_Right, Qt::ShiftModifier, "", "39"},
-                             {Qt::Key_Down, Qt::NoModifier, "", "40"},
-                             {Qt::Key_Delete, Qt::NoModifier, "\x7f", "46 127"}};
+    // Key, modifiers, text; "code of KeyDown" and, if there is one, "code of Keypress".
+    const std::tuple<int, Qt::KeyboardModifiers, const char*, const char*> presses[] = {
+        {Qt::Key_5, Qt::NoModifier, "5", "0 53"},
+        {Qt::Key_7, Qt::KeypadModifier, "7", "0 55"},
+        {Qt::Key_Eacute, Qt::ShiftModifier, "2", "0 50"},  // the upper row types accents
+        {Qt::Key_Eacute, Qt::NoModifier, "é", "0 233"},
+        {Qt::Key_1, Qt::ControlModifier, "1", "0"},
+        {Qt::Key_1, Qt::ControlModifier | Qt::AltModifier, "1", "0 49"},
+        {Qt::Key_Left, Qt::KeypadModifier, "", "37"},
+        {Qt::Key_Up, Qt::NoModifier, "", "38"},
+        {Qt::Key_Right, Qt::ShiftModifier, "", "39"},
+        {Qt::Key_Down, Qt::NoModifier, "", "40"},
+        {Qt::Key_Delete, Qt::NoModifier, "\x7f", "46 127"}};
     std::string reported;
     QObject::connect(view.get(), &ctrlCell::KeyDown, [&](int code) { reported += std::to_string(code); });
     QObject::connect(view.get(), &ctrlCell::Keypress,
                      [&](int code) { reported += " " + std::to_string(code); });
-    for (const Press& press : presses) {
+    for (const auto& [key, modifiers, text, expected] : presses) {
         reported.clear();
-        QKeyEvent event(QEvent::KeyPress, press.key, press.modifiers, QString::fromUtf8(press.text));
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, QString::fromUtf8(text));
         QApplication::sendEvent(view.get(), &event);
-        EXPECT_EQ(reported, press.reported) << press.text;
+        EXPECT_EQ(reported, expected) << text;
     }
 }
 
 TEST_F(CellView, PlaceAndContentsAreSpoken) {
-    struct Case {
-        const char* excluded;
-        int value;
-        bool locked, hidden;
-        const char* spoken;
-    };
-    const Case cases[] = {{"1345689", 0, false, false, "vide, candidats 2 et 7"},
-                          {"156789", 0, false, false, "vide, candidats 2, 3 et 4"},
-                          {"13456789", 0, false, false, "vide, candidat 2"},
-                          {"13456789", 0, false, true, "vide"},
-                          {"", 7, false, false, "7"},
-                          {"", 7, true, false, "7, donnée verrouillée"}};
-    for (const Case& c : cases) {
-        for (int d = 1; d <= 9; ++d)
-            Cell().Inhib(d, std::string(c.excluded).find(char('0' + d)) != std::string::npos);
-        view->NoMask(c.hidden);
-        view->Value(static_cast<std::uint8_t>(c.value));
-        view->Locked(c.locked);
-        EXPECT_EQ(Spoken(QAccessible::Name), std::string("Ligne 3, colonne 5, ") + c.spoken);
-        EXPECT_EQ(Spoken(QAccessible::Value), c.spoken);
+    // The cell's record, whether candidates are hidden.
+    const std::tuple<const char*, bool, const char*> cases[] = {
+        {"0|0|890", false, "vide, candidats 2 et 7"},
+        {"0|0|994", false, "vide, candidats 2, 3 et 4"},
+        {"0|0|1018", false, "vide, candidat 2"},
+        {"0|0|1018", true, "vide"},
+        {"7|0|0", false, "7"},
+        {"7|1|0", false, "7, donnée verrouillée"}};
+    for (const auto& [record, hidden, spoken] : cases) {
+        view->NoMask(hidden);
+        ApplyState(Cell(), ParseRecord(record));
+        EXPECT_EQ(Spoken(QAccessible::Name), std::string("Ligne 3, colonne 5, ") + spoken);
+        EXPECT_EQ(Spoken(QAccessible::Value), spoken);
     }
 }
 

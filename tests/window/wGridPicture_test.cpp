@@ -27,16 +27,14 @@ class Picture : public GridWindow {
         image.setDevicePixelRatio(1);
         return image;
     }
-    // Every size and scale that a window is likely to have; sides that nine divides. `line`: what of a cell's
-    // edge may be covered.
+    // Small and large, rough and fine; sides that nine divides. `line`: what of a cell's edge may be covered.
     void AtEverySize(const std::function<void(const QImage& image, int line)>& look) {
-        for (const QSize size : {QSize(180, 180), QSize(576, 657), QSize(1008, 900)}) {
-            for (const int scale : {1, 2}) {
-                SCOPED_TRACE(testing::Message() << size.width() << " x " << scale);
-                grid->resize(size);
-                ServeEvents();
-                look(Render(scale), 2 * scale);
-            }
+        for (const auto& [size, scale] :
+             {std::pair{QSize(180, 180), 1}, {QSize(576, 657), 2}, {QSize(1008, 900), 1}}) {
+            SCOPED_TRACE(testing::Message() << size.width() << " x " << scale);
+            grid->resize(size);
+            ServeEvents();
+            look(Render(scale), 2 * scale);
         }
     }
 
@@ -81,24 +79,17 @@ TEST_F(Picture, ShowsTheCandidatesThatAreLeftEachInItsNinth) {
             ++digitsRead;
         }
     });
-    EXPECT_GT(digitsRead, 1000);
-    frame.hidden = true;
-    grid->UpdateGrid();
-    const QImage image = Render();
-    for (int i = 1; i <= 81; ++i) {
-        EXPECT_EQ(DigitReader::Read(image, DigitReader::CellPart(image, i, 2), paper).digit, i == 41 ? 5 : 0)
-            << i;
-    }
+    EXPECT_GT(digitsRead, 600);
 }
 
 TEST_F(Picture, MarksTheSelectedCellAlone) {
-    for (const int i : {40, 41, 81}) {
-        QTest::mouseClick(&grid->ctrlCells(i), Qt::LeftButton);
-        if (i == 41) grid->SetColors(colors);  // confirmed anew, as by the options dialog
+    for (const int selected : {40, 81, 41}) {
+        QTest::mouseClick(&grid->ctrlCells(selected), Qt::LeftButton);
+        if (selected == 81) grid->SetColors(colors);  // confirmed anew, as by the options dialog
         const QImage image = Render();
-        for (int k = 1; k <= 81; ++k) {
-            const QColor corner = image.pixelColor(DigitReader::CellPart(image, k, 3).topLeft());
-            EXPECT_EQ(corner, k == i ? QColor(Qt::yellow) : paper) << k;
+        for (int i = 1; i <= 81; ++i) {
+            const QColor corner = image.pixelColor(DigitReader::CellPart(image, i, 3).topLeft());
+            EXPECT_EQ(corner, i == selected ? QColor(Qt::yellow) : paper) << i;
         }
     }
 }
@@ -131,22 +122,17 @@ TEST_F(Picture, IsPaintedAgainWhereSomethingChanged) {
 TEST_F(Picture, DrawsThickLinesAroundBoxesAndThinOnesInside) {
     frame.hidden = true;
     grid->UpdateGrid();
-    grid->resize(450, 540);
+    grid->resize(451, 544);
     ServeEvents();
     const QImage image = Render();
-    for (int k = 0; k <= 9; ++k) {
-        int across = 0;
-        int down = 0;
-        for (int offset = -6; offset <= 6; ++offset) {
-            const QPoint onRow(k * 50 + offset, 30);
-            const QPoint onColumn(25, k * 60 + offset);
-            across += image.valid(onRow) && image.pixelColor(onRow) == Qt::black ? 1 : 0;
-            down += image.valid(onColumn) && image.pixelColor(onColumn) == Qt::black ? 1 : 0;
-        }
-        // Half of the frame lies outside.
-        const int expected = k == 0 || k == 9 ? 2 : k % 3 == 0 ? 4 : 1;
-        EXPECT_EQ(across, expected) << k;
-        EXPECT_EQ(down, expected) << k;
+    for (int n = 0; n < 10 * 13; ++n) {
+        const int k = n / 13, offset = n % 13 - 6;
+        const QPoint edge = k < 9 ? grid->ctrlCells(k * 10 + 1).pos() : QPoint(451, 544);
+        const bool inked = k % 3 == 0 ? offset >= -2 && offset <= 1 : offset == 0;
+        const QPoint onRow(edge.x() + offset, 30);
+        const QPoint onColumn(25, edge.y() + offset);
+        EXPECT_TRUE(!image.valid(onRow) || (image.pixelColor(onRow) == Qt::black) == inked) << n;
+        EXPECT_TRUE(!image.valid(onColumn) || (image.pixelColor(onColumn) == Qt::black) == inked) << n;
     }
 }
 
