@@ -49,20 +49,16 @@ TEST(OutOfMemory, LeavesTheFileAndTheGridWhole) {
     ASSERT_TRUE(document.SaveFile(file));
     const std::string before = ScriptedHost::ReadFile(file);
     document.EnterValue(2, 6, {});
-    const int saves = UntilEnough([&] { EXPECT_TRUE(document.SaveFile(file)); },
-                                  [&] {
-                                      const bool replaced = ScriptedHost::ReadFile(file) != before;
-                                      EXPECT_TRUE(document.Modified());
-                                      EXPECT_TRUE(!replaced || GridDocument().LoadFile(file));
-                                  });
-    GridDocument fresh;
-    UntilEnough([&] { fresh.EnterValue(3, 7, {}); }, [&] { EXPECT_EQ(StateText(fresh, 3), "0|0|0"); });
-    EXPECT_EQ(fresh.Undo(), 3);
-    EXPECT_FALSE(fresh.CanUndo());
-    const int snapshots = UntilEnough([&] { document.Snapshot(); }, [&] { EXPECT_TRUE(document.CanUndo()); });
-    EXPECT_GT(saves, 5);
-    EXPECT_GT(snapshots, 0);
-    EXPECT_FALSE(document.Modified());
+    const int saves =
+        UntilEnough([&] { EXPECT_TRUE(document.SaveFile(file)); },
+                    [&] {
+                        EXPECT_TRUE(document.Modified());
+                        EXPECT_TRUE(ScriptedHost::ReadFile(file) == before || GridDocument().LoadFile(file));
+                    });
+    EXPECT_TRUE(saves > 5 && !document.Modified());
+    const int entries = UntilEnough([&] { document.EnterValue(3, 7, {}); },
+                                    [&] { EXPECT_EQ(StateText(document, 3), "0|0|0"); });
+    EXPECT_TRUE(entries > 0 && document.Undo() == 3 && document.Undo() == 2);
 }
 
 }  // namespace

@@ -30,20 +30,6 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
 
 using HelpFile = SmallHelp;
 
-TEST(HelpTables, AContextTableIsReadAsFarAsItIsSound) {
-    const QByteArray strings{"\0C:\\build\\a.htm\0/tmp/x/a1/b.htm\0/tmp/z/A.HTM\0/absent.htm\0/a.htm", 63};
-    // A byte count, which may be too large or too small, then contexts and offsets.
-    const QList<QList<qint32>> tables = {{16, 1, 1, 2, 16},  {-1, 1, 32, 2, 16}, {15, 1, 1, 2, 16},
-                                         {16, 1, 45, 2, 57}, {16, 1, -1, 2, 16}, {}};
-    QString read;
-    for (const auto& table : tables) {
-        const QByteArray bytes(reinterpret_cast<const char*>(table.data()), 4 * table.size());
-        const auto topics = HelpTables::TopicsOf(bytes, strings, {"/", "/a.htm", "/a1/b.htm", "/z/a.htm"});
-        read += topics[1] + '|' + topics[2] + ' ';
-    }
-    EXPECT_EQ(read.toStdString(), "/a.htm|/a1/b.htm /z/a.htm|/a1/b.htm /a.htm| | |/a1/b.htm | ");
-}
-
 // Elsewhere and later the same topics make the same file, so that a program is what its sources make of it.
 TEST_F(HelpFile, IsMadeTheSameInEveryFolder) {
     const std::string folder = " -DRESULT=" + host_.PathOf("a.chm") + " -DDIGEST=" + host_.PathOf("a.cpp");

@@ -23,15 +23,12 @@ class FakeFrame : public MainFrame {
     void Cell(ctrlCell* current) override { cell = current; }
     void cmdValue_Click(int index) override { entered.push_back(index); }
     void UpdateColors() override {}
-    void ShowDocument(const QString& path, const QString& caption) override {
-        shown = (path + "|" + caption).toStdString();
-    }
+    void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
 
     bool hidden = false;
     bool manual = false;
     ctrlCell* cell = nullptr;
     std::vector<int> entered;
-    std::string shown;
 };
 
 // A shown grid window, closed without a question at the end.
