@@ -70,19 +70,6 @@ TEST_F(GridTest, AnswersFromItsValuesAndACopyAlike) {
     EXPECT_TRUE(grid.Cells(81)->Avail(1)) << "its own mask mode";
 }
 
-// Faults: values of the user taken for givens or kept, an outcome that says solved when it is not, a window
-// that is not asked.
-TEST_F(GridTest, SolvesFromLockedCellsAloneAndLosesEveryOtherValue) {
-    for (const bool cancelled : {false, true}) {
-        Fill(grid, easyPuzzle);
-        grid.Cells(73)->Value(5);  // clashes with a given 5
-        window.visibleFor = cancelled ? 0 : 1000;
-        EXPECT_FALSE(grid.SolveGrid(&window) || grid.Cells(1)->Avail(grid.Cells(2)->Value()));
-        EXPECT_EQ(grid.Solved(), !cancelled);
-        EXPECT_TRUE(cancelled ? Text() == easyPuzzle : Solves(Text(), easyPuzzle));
-    }
-}
-
 // Faults: a failure that crosses the grid's border, is reported twice or leaves half a result.
 TEST_F(GridTest, FailuresAreReportedOnceAndChangeNothing) {
     Fill(grid, With(easyPuzzle, 3, 9));
@@ -96,4 +83,14 @@ TEST_F(GridTest, FailuresAreReportedOnceAndChangeNothing) {
     for (const char* part : {"Error Nr 9 : ", "Function : SolveGrid", "Nr 13 : ", "Function : CreateGrid"})
         EXPECT_NE(reports.find(part), std::string::npos) << reports;
     EXPECT_EQ(Text(), before);
+}
+
+// Faults: old locks or values left on a new grid.
+TEST_F(GridTest, AGeneratedGridReplacesEverything) {
+    Fill(grid, boxesClash);
+    host.AnswerAlways(MessageButton::Yes);
+    EXPECT_TRUE(grid.CreateGrid() && grid.Solved() && grid.Verified());
+    int locked = 0;
+    for (int cell = 1; cell <= 81; ++cell) locked += grid.Cells(cell)->Locked() ? 1 : 0;
+    EXPECT_LE(locked, 36);
 }
