@@ -1,6 +1,6 @@
 // Grid files as a document saves and loads them.
 
-#include <filesystem>
+#include <fstream>
 
 #include "DocumentSupport.h"
 #include "support/ScriptedHost.h"
@@ -29,7 +29,9 @@ class GridFile : public testing::Test {
 };
 
 TEST_F(GridFile, ASavedGridIsOneRecordPerCellAndComesBackWhole) {
-    ScriptedHost::WriteFile(file, "[]\r\n1=9|1|0\r\n82=1|1|0\r\n[Options]\r\nA=1\r\n");
+    const std::string old = "[]\r\n1=9|1|0\r\n82=1|1|0\r\n[Options]\r\nA=1\r\n";
+    ScriptedHost::WriteFile(file, old);
+    std::ifstream oldFile(file);
     std::string expected = "[]\r\n";
     for (int i = 1; i <= 81; ++i) {
         const std::string record =
@@ -40,6 +42,7 @@ TEST_F(GridFile, ASavedGridIsOneRecordPerCellAndComesBackWhole) {
     ASSERT_TRUE(document.SaveFile(file));
     EXPECT_FALSE(document.Modified());
     EXPECT_EQ(ScriptedHost::ReadFile(file), expected);
+    EXPECT_EQ(std::string(std::istreambuf_iterator(oldFile), {}), old) << "replaced, not written over";
     GridDocument other;
     other.EnterValue(1, 5, {});
     ASSERT_TRUE(other.LoadFile(file));
@@ -68,6 +71,8 @@ TEST_F(GridFile, OnlyWhatOthersMadeOfTheFileIsAChange) {
     EXPECT_TRUE(document.SaveFile(file) && document.SaveFile(file) && !document.FileChanged());
     EXPECT_EQ(ErrorOfLoading("[]\n1=abc\n"), ErrorNumber::TypeMismatch);
     EXPECT_TRUE(document.FileChanged()) << "it was not read";
+    std::remove(file.c_str());
+    EXPECT_FALSE(document.FileChanged()) << "nothing is lost";
 }
 
 TEST_F(GridFile, WhatCannotBeReadOrWrittenChangesNothing) {

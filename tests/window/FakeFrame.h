@@ -23,12 +23,13 @@ class FakeFrame : public MainFrame {
     void Cell(ctrlCell* current) override { cell = current; }
     void cmdValue_Click(int index) override { entered.push_back(index); }
     void UpdateColors() override {}
-    void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
+    void ShowDocument(const QString& path, const QString& caption) override { shown = path + '|' + caption; }
 
     bool hidden = false;
     bool manual = false;
     ctrlCell* cell = nullptr;
     std::vector<int> entered;
+    QString shown;
 };
 
 // A shown grid window, closed without a question at the end.

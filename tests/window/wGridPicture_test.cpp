@@ -122,6 +122,7 @@ TEST_F(Picture, IsPaintedAgainWhereSomethingChanged) {
 TEST_F(Picture, DrawsThickLinesAroundBoxesAndThinOnesInside) {
     frame.hidden = true;
     grid->UpdateGrid();
+    EXPECT_FALSE(grid->ctrlCells(1).Mask(1));
     grid->resize(451, 544);
     ServeEvents();
     const QImage image = Render();

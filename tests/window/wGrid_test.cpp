@@ -65,9 +65,13 @@ TEST_F(Grid, OnlyDigitsAndDeleteEnterSomething) {
     EXPECT_EQ(frame.entered, (std::vector<int>{1, 9, 0, 5}));
 }
 
-TEST_F(Grid, TheToolkitsMarkOfModifiedWindowsIsAnOrdinaryName) {
+TEST_F(Grid, ActivationShowsItsName) {
     grid->Path("/jeux/a[*]b.nx3");
-    EXPECT_EQ(grid->windowTitle(), "a[*][*]b");  // written twice, it shows once
+    EXPECT_EQ(grid->windowTitle(), "a[*][*]b");  // the toolkit's mark of modified windows, shown once
+    grid->Form_Activate();
+    EXPECT_EQ(frame.shown, "/jeux/a[*]b.nx3|a[*]b");
+    grid->Form_Deactivate();
+    EXPECT_EQ(frame.shown, "|");
 }
 
 TEST_F(Grid, PrintsTheCandidatesThatItShows) {
@@ -214,9 +218,8 @@ TEST_F(Closing, YesAsksForAFileWhenThereIsNone) {
     WriteIniParam("Files", "LastOpened", "/jeux");
     host.ExpectFile("");
     EXPECT_FALSE(Close({MessageButton::Yes})) << "no file was chosen";
-    EXPECT_TRUE(host.questions[0].save);
-    EXPECT_EQ(host.questions[0].folder + host.questions[0].proposedName, "/jeuxGrille1");
-    EXPECT_EQ(host.questions[0].filter, "Grilles Ninarix 3|*.nx3|Tous les fichiers|*.*");
+    EXPECT_EQ(host.questions[0].folder + host.questions[0].proposedName + host.questions[0].filter,
+              "/jeuxGrille1Grilles Ninarix 3|*.nx3|Tous les fichiers|*.*");
     host.ExpectFile(host.PathOf("absent/a.nx3"));
     EXPECT_FALSE(Close({MessageButton::Yes, MessageButton::Ok}));
     EXPECT_TRUE(LastBox().starts_with("Error Nr 75")) << LastBox();
