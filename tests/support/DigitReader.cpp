@@ -3,10 +3,9 @@
 #include <QFont>
 #include <QPainter>
 #include <algorithm>
-#include <array>
+#include <climits>
 #include <cstdlib>
 #include <map>
-#include <utility>
 
 namespace DigitReader {
 
@@ -15,78 +14,66 @@ namespace {
 constexpr int side = 20;   // of the shapes that are compared
 constexpr int faint = 60;  // of 765: below it a pixel is paper
 
-using Shape = std::array<int, side * side>;  // 0 paper, 255 ink
+struct Ink {
+    QColor color;  // where it is strongest
+    QRect place;   // in the part, where there is at least a quarter of that
+    QImage shape;  // its darkness stretched to a square; a narrow digit stays narrow
+};
 
-int Distance(QRgb one, QRgb other) {
-    return std::abs(qRed(one) - qRed(other)) + std::abs(qGreen(one) - qGreen(other)) +
-           std::abs(qBlue(one) - qBlue(other));
-}
-
-template <class Visit>
-void ForEachPixel(const QImage& image, const QRect& part, Visit visit) {
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = part.left(); x <= part.right(); ++x) visit(x, y, line[x]);
-    }
-}
-
-// Where there is at least a quarter of the strongest ink, and that ink.
-std::pair<QRect, QRgb> FindInk(const QImage& image, const QRect& part, QRgb paper) {
-    QRgb strongest = paper;
-    ForEachPixel(image, part, [&](int, int, QRgb color) {
-        if (Distance(color, paper) > Distance(strongest, paper)) strongest = color;
+Ink InkOf(const QImage& image, const QRect& part, QRgb paper) {
+    Ink ink;
+    const auto distance = [paper](QRgb color) {
+        return std::abs(qRed(color) - qRed(paper)) + std::abs(qGreen(color) - qGreen(paper)) +
+               std::abs(qBlue(color) - qBlue(paper));
+    };
+    const auto forEachPixel = [&](const auto& visit) {
+        for (int y = 0; y < part.height(); ++y) {
+            const auto* line =
+                reinterpret_cast<const QRgb*>(image.constScanLine(part.top() + y)) + part.left();
+            for (int x = 0; x < part.width(); ++x) visit(x, y, line[x]);
+        }
+    };
+    int strongest = 0;
+    forEachPixel([&](int, int, QRgb color) {
+        if (distance(color) <= strongest) return;
+        strongest = distance(color);
+        ink.color = color;
     });
-    const int least = std::max(faint, Distance(strongest, paper) / 4);
-    QRect place;
-    ForEachPixel(image, part, [&](int x, int y, QRgb color) {
-        if (Distance(color, paper) > least) place |= QRect(x, y, 1, 1);
+    QImage page(part.size(), QImage::Format_Grayscale8);
+    page.fill(0);
+    forEachPixel([&](int x, int y, QRgb color) {
+        if (distance(color) == 0) return;
+        if (distance(color) > std::max(faint, strongest / 4)) ink.place |= QRect(x, y, 1, 1);
+        page.scanLine(y)[x] = static_cast<uchar>(distance(color) * 255 / strongest);
     });
-    return {place, strongest};
-}
-
-// The ink stretched to a square; a narrow digit stays narrow.
-Shape ShapeOf(const QImage& image, const QRect& place, QRgb paper, QRgb ink) {
-    const int margin = std::max(0, place.height() / 2 - place.width()) / 2;
-    QImage square(place.width() + 2 * margin, place.height(), QImage::Format_Grayscale8);
-    square.fill(0);
-    ForEachPixel(image, place, [&](int x, int y, QRgb color) {
-        square.scanLine(y - place.top())[x - place.left() + margin] =
-            static_cast<uchar>(Distance(color, paper) * 255 / Distance(ink, paper));
-    });
-    square = square.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                 .convertToFormat(QImage::Format_Grayscale8);
-    Shape shape{};
-    for (int y = 0; y < side; ++y) std::copy_n(square.constScanLine(y), side, shape.begin() + y * side);
-    return shape;
+    const int margin = std::max(0, ink.place.height() / 2 - ink.place.width()) / 2;
+    ink.shape = page.copy(ink.place.adjusted(-margin, 0, margin, 0))
+                    .scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                    .convertToFormat(QImage::Format_Grayscale8);
+    return ink;
 }
 
 // A digit as tall as the ink that it is compared with: at few pixels a glyph has a shape of its own.
-Shape Model(int digit, int height) {
-    QImage page(3 * height, 3 * height, QImage::Format_RGB32);
-    QRect place;
-    for (int size = height; place.height() < height; ++size) {
+const QImage& Model(int digit, int height) {
+    static std::map<std::pair<int, int>, Ink> models;
+    Ink& model = models[{digit, height}];
+    QFont font(QStringLiteral("Arial"));
+    for (int size = height + height / 4; model.place.height() < height; ++size) {
+        QImage page(3 * height, 3 * height, QImage::Format_RGB32);
         page.fill(Qt::white);
-        QFont font(QStringLiteral("Arial"));
         font.setPixelSize(size);
         QPainter painter(&page);
         painter.setFont(font);
         painter.drawText(page.rect(), Qt::AlignCenter, QString::number(digit));
         painter.end();
-        place = FindInk(page, page.rect(), qRgb(255, 255, 255)).first;
+        model = InkOf(page, page.rect(), qRgb(255, 255, 255));
     }
-    return ShapeOf(page, place, qRgb(255, 255, 255), qRgb(0, 0, 0));
+    return model.shape;
 }
 
-const Shape& ModelOf(int digit, int height) {
-    static std::map<std::pair<int, int>, Shape> models;
-    const auto [model, isNew] = models.try_emplace({digit, height});
-    if (isNew) model->second = Model(digit, height);
-    return model->second;
-}
-
-int Difference(const Shape& one, const Shape& other) {
+int Difference(const QImage& one, const QImage& other) {
     int sum = 0;
-    for (std::size_t i = 0; i < one.size(); ++i) sum += std::abs(one[i] - other[i]);
+    for (int i = 0; i < side * side; ++i) sum += std::abs(one.constBits()[i] - other.constBits()[i]);
     return sum;
 }
 
@@ -100,20 +87,18 @@ QRect Part(const QRect& whole, int count, int number) {
 }  // namespace
 
 Finding Read(const QImage& image, const QRect& part, const QColor& paper) {
-    const auto [place, ink] = FindInk(image, part, paper.rgb());
-    if (place.isEmpty()) return {};
-    Finding finding;
-    finding.ink = ink;
-    finding.place = QRectF((place.left() - part.left()) / double(part.width()),
-                           (place.top() - part.top()) / double(part.height()),
-                           place.width() / double(part.width()), place.height() / double(part.height()));
-    const Shape shape = ShapeOf(image, place, paper.rgb(), ink);
-    const auto difference = [&, height = place.height()](int digit) {
-        return Difference(shape, ModelOf(digit, height));
-    };
-    finding.digit = 1;
-    for (int d = 2; d <= 9; ++d) {
-        if (difference(d) < difference(finding.digit)) finding.digit = d;
+    const Ink ink = InkOf(image, part, paper.rgb());
+    if (ink.place.isEmpty()) return {};
+    const QRectF place(ink.place);
+    Finding finding{0,
+                    ink.color,
+                    {place.x() / part.width(), place.y() / part.height(), place.width() / part.width(),
+                     place.height() / part.height()}};
+    int least = INT_MAX;
+    for (int d = 1; d <= 9; ++d) {
+        const int difference = Difference(ink.shape, Model(d, ink.place.height()));
+        if (difference < least) finding.digit = d;
+        least = std::min(least, difference);
     }
     return finding;
 }
