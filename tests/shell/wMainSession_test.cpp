@@ -32,18 +32,14 @@ class Session : public RunningProgram {
 };
 
 TEST_F(Session, AModifiedGridIsKeptUntilItIsSavedOrThrownAway) {
-    const std::string file = GridFile("a.nx3");
-    Open(file);
-    const auto none = [this] { return !Kept(); };
-    for (const bool saved : {true, false}) {
-        Type(2, 3);
+    Open(GridFile("a.nx3"));
+    int digit = 2;
+    for (const char* command : {"mnuFileSave", "mnuFileClose"}) {
+        Type(2, ++digit);
         EXPECT_TRUE(Eventually([this] { return Kept(); }));
-        if (saved)
-            Run("mnuFileSave");
-        else
-            Run("mnuFileClose", MessageButton::No);
-        EXPECT_TRUE(Eventually(none)) << saved;
-        if (saved) Type(2, 0);
+        if (command == std::string("mnuFileClose")) host.Expect(MessageButton::No);
+        Run(command);
+        EXPECT_TRUE(Eventually([this] { return !Kept(); })) << command;
     }
 }
 
@@ -85,19 +81,19 @@ TEST_F(Session, NoThrowsAwayCancelAsksAgain) {
 TEST_F(Session, TheEndIsAnOrderlyOneInAQuestionAndInARun) {
     Run("mnuFileNew");
     Type(1, 9);
-    host.onShow = [this] { main->EndNow(); };
-    Run("mnuFileClose", MessageButton::Cancel);
-    EXPECT_TRUE(Kept());
-    host.onShow = {};
-    host.Expect(MessageButton::Yes);
-    EndAndStart();
-    host.onYield = [this] { main->EndNow(); };
-    Run("mnuHelpSolve", MessageButton::Ok);
-    EXPECT_FALSE(BusyGuard::Active());
-    host.onYield = {};
-    host.Expect(MessageButton::Yes);
-    EndAndStart();
-    EXPECT_EQ(State(1), "9|1|0");
+    for (auto* moment : {&host.onShow, &host.onYield}) {
+        *moment = [this] { main->EndNow(); };
+        if (moment == &host.onShow)
+            Run("mnuFileClose", MessageButton::Cancel);
+        else
+            Run("mnuHelpSolve", MessageButton::Ok);
+        EXPECT_TRUE(Kept());
+        EXPECT_FALSE(BusyGuard::Active());
+        *moment = {};
+        host.Expect(MessageButton::Yes);
+        EndAndStart();
+        EXPECT_EQ(State(1), "9|1|0");
+    }
 }
 
 TEST_F(Session, ItsManagerGetsTheUsersAnswer) {

@@ -59,17 +59,15 @@ TEST_F(StartUp, TheSplashIsClosedByItsTimerTheAboutBoxByItsReader) {
     QTest::mouseClick(splash, Qt::LeftButton);
     QTest::keyClick(splash, Qt::Key_Escape);
     EXPECT_TRUE(SplashShown());
-    const QPoint middle = main->screen()->availableGeometry().center();
-    EXPECT_LE((splash->geometry().center() - middle).manhattanLength(), 2);
+    EXPECT_LE((splash->geometry().center() - main->screen()->availableGeometry().center()).manhattanLength(),
+              2);
     const auto& version = Child<QLabel>(*splash, "lblVersion");
     EXPECT_EQ(version.text(), "12.34");
     EXPECT_TRUE(splash->rect().contains(version.geometry()));
     splash->tmrClose().setInterval(0);
     splash->tmrClose().start();
-    EXPECT_TRUE(Eventually([this] { return !SplashShown(); }));
-    ServeEvents();
-    EXPECT_EQ(main->findChild<wSplash*>(), nullptr);
-    Run("mnuHelpAbout");
+    EXPECT_TRUE(Eventually([this] { return !main->findChild<wSplash*>(); }));
+    main->mnuHelpAbout_Click();
     QTest::keyClick(main->findChild<wSplash*>(), Qt::Key_A);
     EXPECT_TRUE(SplashShown());
     QTest::mouseClick(main->findChild<wSplash*>(), Qt::LeftButton);
@@ -94,8 +92,7 @@ TEST_F(StartUp, AFirstStartWritesWhatIsMissingBeforeItReadsTheColours) {
 }
 
 TEST_F(StartUp, WhatWasKeptComesBack) {
-    Setting("Options", "GridHelpNone", "1");
-    Setting("Options", "NoAutoMasks", "1");
+    for (const char* mode : {"GridHelpNone", "NoAutoMasks"}) Setting("Options", mode, "1");
     for (int i = 1; i <= 10; ++i) Setting("MRU", std::to_string(i).c_str(), "/jeux/" + std::to_string(i));
     Start();
     EXPECT_TRUE(main->MasksHidden() && main->ManualMasks() && !main->InitialisationMode());
@@ -112,17 +109,18 @@ TEST_F(StartUp, AWrongWordInAnyKeyCostsNothingElse) {
     const auto start = [&](std::string_view section, std::string_view key, bool reported) {
         ScriptedHost::WriteFile(
             file,
-            "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\nGridSize=12\xE9\r\n[Impression]\r\n[CustomColors]"
-            "\r\n"
-            "[Files]\r\nLastSaved=/\xC9t\xE9\r\n[MRU]\r\n1=/jeux/\xE9.nx3\r\n2=/jeux/\xE8.nx3\r\n");
+            "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\nGridSize=12\xE9\r\n[Impression]\r\n"
+            "[CustomColors]\r\n[Files]\r\nLastSaved=/\xC9t\xE9\r\n[MRU]\r\n1=/jeux/\xE9.nx3\r\n"
+            "2=/jeux/\xE8.nx3\r\n");
         IniParamProcs::WriteIniParam(section, key, "\xE9t\xE9");
         const std::string before = ScriptedHost::ReadFile(file);
         if (reported) host.Expect(MessageButton::Ok);
         Start();
         EXPECT_TRUE(main->isVisible() && !main->MasksHidden() && !main->ManualMasks());
-        EXPECT_TRUE(!reported || (LastBox().starts_with("16 Error Nr 13") &&
-                                  LastBox().ends_with("Object : MDIForm\r\nEvent : Load")))
-            << LastBox();
+        if (reported) {
+            EXPECT_TRUE(LastBox().starts_with("16 Error Nr 13")) << LastBox();
+            EXPECT_TRUE(LastBox().ends_with("Object : MDIForm\r\nEvent : Load")) << LastBox();
+        }
         main->close();
         EXPECT_EQ(ScriptedHost::ReadFile(file), before) << key;
     };
@@ -161,10 +159,7 @@ class Windows : public RunningProgram {};
 TEST_F(Windows, ClosingShowsTheGridThatIsLeft) {
     const std::string file = GridFile("a.nx3");
     Run("mnuFileNew");
-    Active().ctrlCells(5).DoSelect();
     Open(file);
-    Activate(0);
-    EXPECT_EQ(main->Cell(), &Active().ctrlCells(5));
     Run("mnuFileNew");
     main->Grids()[0]->parentWidget()->close();
     EXPECT_EQ(Grids(), "a, [Grille2]") << "closing an inactive one changes nothing";
