@@ -27,7 +27,7 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
     const std::string file = GridFile("ma grille.nx3");
     const std::string withQuote = GridFile("ma fin\"");
     const std::pair<std::string, const char*> lines[] = {{'"' + file + '"', "[ma grille]"},
-                                                         {file, "[ma grille]"},
+                                                         {std::filesystem::relative(file), "[ma grille]"},
                                                          {withQuote, "[ma fin\"]"},
                                                          {'"' + file, ""},
                                                          {"\"", ""}};
@@ -36,6 +36,7 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
         if (*grids == '\0') host.Expect(MessageButton::Ok);
         Start();
         EXPECT_EQ(Grids() + RecentFiles(), grids) << line;
+        EXPECT_TRUE(*grids == '\0' || PathPanel().starts_with('/')) << PathPanel();
         EXPECT_TRUE(main->isVisible());
     }
     EXPECT_TRUE(LastBox().starts_with("16 Error Nr 53")) << LastBox();
