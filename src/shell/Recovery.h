@@ -12,9 +12,8 @@
 
 class wGrid;
 
-// Keeps the modified grids in recovery files: half a second after a change, without a wait for
-// the disk. A grid's file goes when the grid is saved or its window closed. Nothing runs while nothing
-// changes.
+// Keeps the modified grids in recovery files: half a second after a change, without a wait for the disk. A
+// grid's file goes when the grid is saved or its window closed. Nothing runs while nothing changes.
 class Recovery : public QObject {
     Q_OBJECT
 

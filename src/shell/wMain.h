@@ -160,8 +160,8 @@ class wMain : public QMainWindow, public MainFrame {
     std::array<ModeActions, ModeCount> modes_;
     MostRecentFilesClass recentFiles_;
     std::unique_ptr<Recovery> recovery_;
-    std::optional<std::uint64_t>
-        committed_;  // the number of changes when the user agreed to the session's end
+    // How often grids had changed when the user agreed to the session's end.
+    std::optional<std::uint64_t> committed_;
     OpenGrid activeGrid_;
     QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;
