@@ -63,9 +63,9 @@ TEST_F(Host, KnowsHowItWasStartedAndWhereTheUserKeepsData) {
 }
 
 TEST_F(Host, APathKeepsItsBytesThroughText) {
-    EXPECT_EQ(platform_qt::PathFromBytes("/\xC3\xA9\xE9\xF0\x9F\x98\x80"),
-              QStringLiteral("/é\xDCE9😀"));
-    EXPECT_EQ(platform_qt::ShownPath(platform_qt::PathFromBytes("/\xE9.nx3")), QString::fromUtf8("/\uFFFD.nx3"));
+    EXPECT_EQ(platform_qt::PathFromBytes("/\xC3\xA9\xE9\xF0\x9F\x98\x80"), QStringLiteral("/é\xDCE9😀"));
+    EXPECT_EQ(platform_qt::ShownPath(platform_qt::PathFromBytes("/\xE9.nx3")),
+              QString::fromUtf8("/\uFFFD.nx3"));
     // The signs that begin, continue and end characters, some that never stand in UTF-8, and a byte order
     // mark.
     std::mt19937 random(1);

@@ -199,4 +199,3 @@ TEST_F(SafeFile, WhatAKilledSaveLeftGoesAfterAnHour) {
     close(held);
     files = 7;
 }
-
