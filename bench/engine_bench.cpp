@@ -74,6 +74,7 @@ class BenchHost : public platform::MessageBoxes,
     int MajorVersion() const override { return 3; }
     int MinorVersion() const override { return 2; }
     std::string CommandLine() const override { return {}; }
+    std::string StateFolder() const override { return {}; }
     std::string HelpFile() const override { return {}; }
     void HelpFile(const std::string&) override {}
 
