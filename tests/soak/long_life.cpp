@@ -1,5 +1,5 @@
 // A program that is used for very long: what it does takes no more memory, descriptors or time at the end
-// than at the beginning. long_life [--part N]: the Nth part (100) of the full counts.
+// than at the beginning. long_life [--divisor N]: the full counts divided by N (100).
 
 #include <QAbstractEventDispatcher>
 #include <QPixmapCache>
@@ -34,7 +34,7 @@ class LongLife : public RunningProgram {
 
     // Does something `count` times, in ten parts that do exactly the same.
     void Repeat(const char* name, int count, const std::function<void(int)>& operation) {
-        count /= static_cast<int>(Option("--part").value_or(100));
+        count /= static_cast<int>(Option("--divisor").value_or(100));
         const int descriptors = OpenDescriptors();
         std::array<double, 10> milliseconds{};  // of the processor, for one
         std::array<std::int64_t, 10> memory{};
