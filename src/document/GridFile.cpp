@@ -1,10 +1,8 @@
 #include "document/GridFile.h"
 
 #include <utility>
-#include <vector>
 
 #include "diagnostics/ErrorHandling.h"
-#include "platform/ProfileFile.h"
 #include "settings/IniParamProcs.h"
 
 std::optional<GridStates> ReadGridFile(const std::string& path, platform::FileStamp& stamp) {
@@ -16,14 +14,22 @@ std::optional<GridStates> ReadGridFile(const std::string& path, platform::FileSt
     platform::ProfileFile file;
     file.Parse(std::move(bytes));
     if (!empty && !file.HasSection("")) throw RuntimeError(ErrorNumber::FileFormat);
-    std::vector<std::string> keys;
-    for (std::size_t i = 1; i <= GridStates().size(); ++i) keys.push_back(std::to_string(i));
-    const auto records = file.Values("", keys);
+    return StatesIn(file);
+}
+
+GridStates StatesIn(const platform::ProfileFile& file) {
     GridStates states;
+    const auto records = file.Values("", NumberedKeys(states.size()));
     for (std::size_t i = 0; i < states.size(); ++i) {
         states[i] = ParseRecord(IniParamProcs::AsProfileString(records[i].value_or("0|0|0")));
     }
     return states;
+}
+
+std::vector<std::string> NumberedKeys(std::size_t count) {
+    std::vector<std::string> keys(count);
+    for (std::size_t i = 0; i < count; ++i) keys[i] = std::to_string(i + 1);
+    return keys;
 }
 
 std::string GridFileText(const GridStates& states) {

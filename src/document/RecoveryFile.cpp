@@ -63,22 +63,20 @@ std::string StepText(HistoryStep step) {
     return text;
 }
 
+void CheckDigit(const CellState& state) {
+    if (state.value > 9) throw RuntimeError(ErrorNumber::Overflow);
+}
+
 std::vector<CellChange> ParseStep(std::string_view text) {
     std::vector<CellChange> step;
     while (true) {
         const auto separator = text.find(';');
         step.push_back(ParseChange(text.substr(0, separator)));
-        if (step.back().before.value > 9 || step.back().after.value > 9)
-            throw RuntimeError(ErrorNumber::Overflow);
+        CheckDigit(step.back().before);
+        CheckDigit(step.back().after);
         if (separator == std::string_view::npos) return step;
         text.remove_prefix(separator + 1);
     }
-}
-
-std::vector<std::string> Keys(std::size_t count) {
-    std::vector<std::string> keys(count);
-    for (std::size_t i = 0; i < count; ++i) keys[i] = std::to_string(i + 1);
-    return keys;
 }
 
 // A number within 0..last; error 6 outside.
@@ -91,18 +89,15 @@ std::size_t Number(const std::string& text, std::size_t last) {
 // Error 6, 9 or 13: what is no grid.
 GridSnapshot SnapshotIn(const platform::ProfileFile& file) {
     GridSnapshot snapshot;
-    const auto records = file.Values("", Keys(snapshot.states.size()));
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        snapshot.states[i] = ParseRecord(records[i].value_or(""));
-        if (snapshot.states[i].value > 9) throw RuntimeError(ErrorNumber::Overflow);
-    }
+    snapshot.states = StatesIn(file);
+    for (const CellState& state : snapshot.states) CheckDigit(state);
     const auto field = [&](std::string_view key) { return file.Value("Recovery", key).value_or(""); };
     snapshot.caption = Unescaped(field("Caption"));
     snapshot.path = Unescaped(field("Path"));
     snapshot.stamp = platform::FileStamp::Parse(field("Stamp"));
     // No line of a step is shorter than 16 bytes.
     const std::size_t count = Number(field("Steps"), file.Bytes().size() / 16);
-    for (const auto& step : file.Values("History", Keys(count))) {
+    for (const auto& step : file.Values("History", NumberedKeys(count))) {
         snapshot.history.Register(ParseStep(step.value_or("")));
     }
     const std::string saved = field("Saved");

@@ -10,6 +10,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/SafeFile.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -28,13 +30,6 @@ int NumberOf(const fs::path& file) {
     return error == std::errc() && end == digitsEnd ? number : 0;
 }
 
-void Sync(const std::string& folder) {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    fsync(descriptor);
-    close(descriptor);
-}
-
 }  // namespace
 
 RecoveryFolder RecoveryFolder::New(const std::string& parent) {
@@ -44,15 +39,12 @@ RecoveryFolder RecoveryFolder::New(const std::string& parent) {
     for (int tries = 0; tries < 10; ++tries) {
         std::string path = parent + "/" + std::string(prefix) + "XXXXXX";
         if (!mkdtemp(path.data())) return {};
-        if (RecoveryFolder made = Lock(path, O_CREAT)) {
-            Sync(parent);
-            return made;
-        }
-        if (errno != EWOULDBLOCK) {
-            // Without locks nobody could tell that this copy is running.
-            fs::remove_all(path, failed);
-            return {};
-        }
+        RecoveryFolder made;
+        const Outcome outcome = Lock(path, O_CREAT, made);
+        if (outcome == Outcome::Got) platform::SyncFolder(parent);
+        // Without locks nobody could tell that this copy is running.
+        if (outcome == Outcome::NoLock) fs::remove_all(path, failed);
+        if (outcome != Outcome::Taken) return made;
     }
     return {};
 }
@@ -64,8 +56,8 @@ std::vector<RecoveryFolder> RecoveryFolder::Abandoned(const std::string& parent)
          entry.increment(failed)) {
         const std::string path = entry->path();
         if (!entry->path().filename().string().starts_with(prefix)) continue;
-        RecoveryFolder folder = Lock(path, 0);
-        if (!folder) continue;
+        RecoveryFolder folder;
+        if (Lock(path, 0, folder) != Outcome::Got) continue;
         if (folder.Files().empty()) {
             folder.Remove();
         } else {
@@ -75,30 +67,18 @@ std::vector<RecoveryFolder> RecoveryFolder::Abandoned(const std::string& parent)
     return abandoned;
 }
 
-RecoveryFolder RecoveryFolder::Lock(const std::string& path, int flags) {
+RecoveryFolder::Outcome RecoveryFolder::Lock(const std::string& path, int flags, RecoveryFolder& folder) {
     const std::string name = path + std::string(lockName);
-    RecoveryFolder folder(path, open(name.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | flags, 0600));
-    if (!folder || flock(folder.lock_, LOCK_EX | LOCK_NB) != 0) return {};
+    platform::Descriptor lock(open(name.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | flags, 0600));
+    if (!lock) return Outcome::NoLock;
+    if (flock(lock.Number(), LOCK_EX | LOCK_NB) != 0) {
+        return errno == EWOULDBLOCK ? Outcome::Taken : Outcome::NoLock;
+    }
     struct stat held {};
-    if (fstat(folder.lock_, &held) == 0 && held.st_nlink > 0) return folder;
-    errno = EWOULDBLOCK;  // the one that held it before has removed it
-    return {};
-}
-
-RecoveryFolder::RecoveryFolder(RecoveryFolder&& other) noexcept
-    : path_(std::move(other.path_)), lock_(std::exchange(other.lock_, -1)) {}
-
-RecoveryFolder& RecoveryFolder::operator=(RecoveryFolder&& other) noexcept {
-    std::swap(path_, other.path_);
-    std::swap(lock_, other.lock_);
-    return *this;
-}
-
-RecoveryFolder::~RecoveryFolder() {
-    if (lock_ < 0) return;
-    const int error = errno;  // why it could not be locked
-    close(lock_);
-    errno = error;
+    if (fstat(lock.Number(), &held) != 0 || held.st_nlink == 0) return Outcome::Taken;
+    folder.path_ = path;
+    folder.lock_ = std::move(lock);
+    return Outcome::Got;
 }
 
 std::string RecoveryFolder::File(int number) const {

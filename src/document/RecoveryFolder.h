@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/Descriptor.h"
+
 // The folder of one running copy's recovery files, below the folder of all copies. Held by a lock as long as
 // this object lives, or until the process ends, whatever ends it; so a folder that can be locked is a copy's
 // that is gone.
@@ -13,13 +15,9 @@ class RecoveryFolder {
     // Those of copies that are gone and left files behind. What is left of others, empty, is removed.
     static std::vector<RecoveryFolder> Abandoned(const std::string& parent);
 
+    // Empty: no folder.
     RecoveryFolder() = default;
-    RecoveryFolder(RecoveryFolder&& other) noexcept;
-    RecoveryFolder& operator=(RecoveryFolder&& other) noexcept;
-    ~RecoveryFolder();
-
-    explicit operator bool() const { return lock_ >= 0; }
-    const std::string& Path() const { return path_; }
+    explicit operator bool() const { return static_cast<bool>(lock_); }
     // The path of the file with this number.
     std::string File(int number) const;
     // The paths of all that is there, in the order of their numbers.
@@ -28,10 +26,11 @@ class RecoveryFolder {
     void Remove();
 
   private:
-    RecoveryFolder(std::string path, int lock) : path_(std::move(path)), lock_(lock) {}
-    // Locks a folder that is there; empty when another holds it or it went meanwhile.
-    static RecoveryFolder Lock(const std::string& path, int flags);
+    // How the lock of a folder is come by.
+    enum class Outcome { Got, Taken, NoLock };
+    // `flags`: O_CREAT to make the lock. Taken: another copy holds the folder, or has just removed it.
+    static Outcome Lock(const std::string& path, int flags, RecoveryFolder& folder);
 
     std::string path_;
-    int lock_ = -1;
+    platform::Descriptor lock_;
 };

@@ -7,7 +7,8 @@
 #include <set>
 #include <sys/file.h>
 #include <thread>
-#include <unistd.h>
+
+#include "platform/SafeFile.h"
 
 namespace platform {
 
@@ -27,10 +28,6 @@ struct Memory {
 Memory& TheMemory() {
     static Memory memory;
     return memory;
-}
-
-std::filesystem::path FolderOf(const std::filesystem::path& file) {
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
 }
 
 // Of uneven length, so that two copies do not wait in step.
@@ -53,17 +50,17 @@ Outcome Try(int descriptor) {
 }  // namespace
 
 FolderLock::FolderLock(const std::string& pathInFolder) {
-    const std::filesystem::path folder = FolderOf(pathInFolder);
-    descriptor_ = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor_ < 0) return;
+    const std::filesystem::path folder = FolderOfFile(pathInFolder);
+    descriptor_ = Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!descriptor_) return;
     // The system keeps no queue: without a pause a copy that locks again and again would shut out all others.
     if (steady_clock::now() - TheMemory().released < politeTime) WaitShortly();
     auto& waitedInVain = TheMemory().waitedInVain;
     const auto deadline = steady_clock::now() + (waitedInVain.count(folder) > 0 ? seconds(0) : longestWait);
-    Outcome outcome = Try(descriptor_);
+    Outcome outcome = Try(descriptor_.Number());
     while (outcome == Outcome::Taken && steady_clock::now() < deadline) {
         WaitShortly();
-        outcome = Try(descriptor_);
+        outcome = Try(descriptor_.Number());
     }
     mayWrite_ = outcome != Outcome::Taken;
     if (mayWrite_) {
@@ -74,9 +71,7 @@ FolderLock::FolderLock(const std::string& pathInFolder) {
 }
 
 FolderLock::~FolderLock() {
-    if (descriptor_ < 0) return;
-    if (mayWrite_) TheMemory().released = steady_clock::now();
-    close(descriptor_);
+    if (descriptor_ && mayWrite_) TheMemory().released = steady_clock::now();
 }
 
 }  // namespace platform

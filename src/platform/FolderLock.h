@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/Descriptor.h"
+
 namespace platform {
 
 // Holds off other running copies from changing files of the same folder, for its own lifetime. Waits for
@@ -19,7 +21,7 @@ class FolderLock {
     bool MayWrite() const { return mayWrite_; }
 
   private:
-    int descriptor_ = -1;
+    Descriptor descriptor_;
     bool mayWrite_ = false;
 };
 

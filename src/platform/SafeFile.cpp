@@ -5,6 +5,7 @@
 #include <charconv>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
@@ -17,26 +18,11 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/Descriptor.h"
+
 namespace platform {
 
 namespace {
-
-// Closes a descriptor on every way out.
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int Number() const { return number_; }
-    // A file system may report a failed write only now.
-    bool Close() { return close(std::exchange(number_, -1)) == 0; }
-
-  private:
-    int number_;
-};
 
 bool WriteAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -46,15 +32,6 @@ bool WriteAll(int descriptor, std::string_view bytes) {
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
-}
-
-void SyncFolder(const std::filesystem::path& folder) {
-    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor.Number() >= 0) fsync(descriptor.Number());
-}
-
-std::filesystem::path FolderOfFile(const std::filesystem::path& file) {
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
 }
 
 // As stat does it; but no name holds a NUL, and cut there it would be another file's.
@@ -211,10 +188,26 @@ void RemoveForgottenFiles(const std::filesystem::path& folder) {
 
 }  // namespace
 
+std::filesystem::path FolderOfFile(const std::filesystem::path& file) {
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+void SyncFolder(const std::filesystem::path& folder) {
+    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor) fsync(descriptor.Number());
+}
+
 std::optional<FileStamp> FileStamp::Of(const std::string& path) {
     struct stat status {};
     if (!Look(path, status) || !S_ISREG(status.st_mode)) return std::nullopt;
     return StampOf(status);
+}
+
+bool FileStamp::IsSettled(std::int64_t now) const {
+    constexpr std::int64_t second = 1'000'000'000;
+    constexpr std::int64_t tick = second / 50;  // systems stamp files every 1 to 10 ms
+    // Whole seconds: a file system that does not know smaller ones.
+    return std::abs(now - modified) > (modified % second == 0 ? 2 * second : tick);
 }
 
 std::string FileStamp::Text() const {

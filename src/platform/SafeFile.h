@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,7 +24,14 @@ struct FileStamp {
     std::string Text() const;
     static std::optional<FileStamp> Parse(std::string_view text);
     bool operator==(const FileStamp&) const = default;
+    // False while a further change could still bear the same time. `now`: nanoseconds since 1970.
+    bool IsSettled(std::int64_t now) const;
 };
+
+// "." for a name alone.
+std::filesystem::path FolderOfFile(const std::filesystem::path& file);
+// Names that were made, renamed or removed in it are on disk then.
+void SyncFolder(const std::filesystem::path& folder);
 
 // True for a regular file (through links); false for folders, pipes, devices and missing names. Never waits.
 bool IsRegularFile(const std::string& path);

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 #include <utility>
@@ -18,23 +15,13 @@ namespace IniParamProcs {
 
 namespace {
 
+using platform::FileStamp;
 using platform::FileState;
 using platform::SameName;
-
-constexpr std::int64_t second = 1'000'000'000;
-constexpr std::int64_t tick = second / 50;  // systems stamp files every 1 to 10 ms
-
-std::int64_t Nanoseconds(const timespec& time) {
-    return time.tv_sec * second + time.tv_nsec;
-}
 
 std::int64_t SystemTime() {
     using namespace std::chrono;
     return duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
-}
-
-std::string FolderOf(const std::string& file) {
-    return std::filesystem::path(file).parent_path().string();
 }
 
 }  // namespace
@@ -69,31 +56,20 @@ bool ProfileContent::WasRead() const {
     return state_ == FileState::Read || state_ == FileState::Missing;
 }
 
-FileStamp FileStamp::Of(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) return {};
-    return {status.st_dev, status.st_ino, status.st_size, Nanoseconds(status.st_mtim),
-            Nanoseconds(status.st_ctim)};
-}
-
-bool FileStamp::IsSettled(std::int64_t now) const {
-    // Whole seconds: a file system that does not know smaller ones.
-    const std::int64_t shortest = modified % second == 0 && changed % second == 0 ? 2 * second : tick;
-    return std::abs(now - modified) > shortest && std::abs(now - changed) > shortest;
-}
-
 std::shared_ptr<const ProfileContent> SettingsFile::Now() {
     const std::int64_t now = SystemTime();
-    const FileStamp stamp = FileStamp::Of(path_);
-    if (content_ && stamp_ == stamp) return content_;
+    const auto stamp = FileStamp::Of(path_);
+    if (current_ && stamp_ == stamp) return content_;
     content_ = std::make_shared<const ProfileContent>(path_, limit, pending_);
     if (!content_->WasRead()) {
         failure_ = content_->State() == FileState::TooLarge ? Failure::TooLarge : Failure::Unreadable;
     } else if (pending_.empty()) {
         failure_ = Failure::None;
     }
-    stamp_.reset();
-    if (stamp.IsSettled(now) && stamp == FileStamp::Of(path_)) stamp_ = stamp;
+    stamp_ = stamp;
+    const bool settled =
+        stamp ? content_->WasRead() && stamp->IsSettled(now) : content_->State() == FileState::Missing;
+    current_ = settled && stamp == FileStamp::Of(path_);
     return content_;
 }
 
@@ -114,7 +90,7 @@ void SettingsFile::Change(const std::vector<ProfileChange>& changes) {
     for (const ProfileChange& change : accepted) Keep(change);
     failure_ = WritePending();
     if (failure_ == Failure::None) pending_.clear();
-    stamp_.reset();
+    current_ = false;
     if (telling_ && failure_ != Failure::None) Tell();
 }
 
@@ -137,13 +113,13 @@ SettingsFile::Failure SettingsFile::WritePending() {
 }
 
 SettingsFile::Failure SettingsFile::WhyNotLocked() const {
-    const std::string folder = FolderOf(path_);
+    const auto folder = platform::FolderOfFile(path_);
     if (access(folder.c_str(), R_OK) == 0) return Failure::Busy;
     return errno == EACCES ? Failure::FolderProtected : Failure::NoFolder;
 }
 
 SettingsFile::Failure SettingsFile::WhyNotWritten(int error) const {
-    const std::string folder = FolderOf(path_);
+    const auto folder = platform::FolderOfFile(path_);
     if (access(folder.c_str(), W_OK) != 0) return Failure::FolderProtected;
     if (access(path_.c_str(), F_OK) == 0 && access(path_.c_str(), W_OK) != 0) return Failure::FileProtected;
     struct statvfs space {};
@@ -159,32 +135,20 @@ void SettingsFile::TellFailures() {
 
 void SettingsFile::Tell() {
     if (std::exchange(told_, true)) return;
-    const auto cause = [this]() -> std::string_view {
-        switch (failure_) {
-            case Failure::FolderProtected:
-                return "dossier protégé en écriture";
-            case Failure::FileProtected:
-                return "fichier protégé en écriture";
-            case Failure::NoFolder:
-                return "dossier introuvable";
-            case Failure::DiskFull:
-                return "disque plein";
-            case Failure::Busy:
-                return "fichier occupé par un autre programme";
-            case Failure::Unreadable:
-                return "fichier illisible";
-            case Failure::TooLarge:
-                return "fichier trop grand";
-            case Failure::None:
-            case Failure::Other:
-                break;
-        }
-        return "erreur d'écriture";
-    };
+    // In the order of Failure.
+    static constexpr std::string_view causes[] = {"",
+                                                  "dossier protégé en écriture",
+                                                  "fichier protégé en écriture",
+                                                  "dossier introuvable",
+                                                  "disque plein",
+                                                  "fichier occupé par un autre programme",
+                                                  "fichier illisible",
+                                                  "fichier trop grand",
+                                                  "erreur d'écriture"};
     std::string text =
         "Les préférences ne sont pas conservées.\r\n"
         "Elles ne valent que jusqu'à la fermeture du programme.\r\n\r\nFichier : ";
-    text.append(path_).append("\r\nCause : ").append(cause());
+    text.append(path_).append("\r\nCause : ").append(causes[static_cast<std::size_t>(failure_)]);
     platform::TheHost().messages->Show(text, platform::MessageStyle::Exclamation);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -46,17 +45,6 @@ class ProfileContent {
     std::optional<platform::ProfileIndex> index_;
 };
 
-// What tells one state of a file from another without reading it; all zero for a missing file.
-struct FileStamp {
-    static FileStamp Of(const std::string& path);
-    auto operator<=>(const FileStamp&) const = default;
-    // False while a further change could still bear the same time.
-    bool IsSettled(std::int64_t now) const;
-
-    std::uint64_t device = 0, inode = 0;
-    std::int64_t size = 0, modified = 0, changed = 0;  // bytes; nanoseconds of the system's clock
-};
-
 // The settings file of this run. A read costs a `stat` while the file has not changed. What cannot be written
 // lives on for the run: it is read as if it stood in the file, and goes there with the next write that
 // succeeds.
@@ -97,7 +85,8 @@ class SettingsFile {
     std::string path_;
     std::vector<ProfileChange> pending_;  // what the file does not hold yet
     std::shared_ptr<const ProfileContent> content_;
-    std::optional<FileStamp> stamp_;  // of the file in content_; nothing: read it again
+    std::optional<platform::FileStamp> stamp_;  // of the file in content_; nothing for a missing one
+    bool current_ = false;                      // content_ is the file's as long as that has this stamp
     Failure failure_ = Failure::None;
     bool telling_ = false;
     bool told_ = false;

@@ -161,7 +161,7 @@ void wMain::closeEvent(QCloseEvent* event) {
 }
 
 void wMain::SaveRecentFiles() {
-    Trap("wMain", "MDIForm_Unload", [this] { recentFiles_.Save(*this, IniParamProcs::IniFilePath()); });
+    recentFiles_.Save(*this, IniParamProcs::IniFilePath());
 }
 
 // Every grid is asked before any is closed: a Cancel at the last question loses none of them.

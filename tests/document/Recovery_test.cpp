@@ -94,7 +94,6 @@ TEST_F(Recovery, ATextThatIsNotWholeOrHoldsNoGridIsRefused) {
                                    {"Steps=4", "Steps=99999999"},
                                    {"Position=3", "Position=5"},
                                    {"Position=3", "Position=-1"},
-                                   {"\r\n81=", "\r\n82="},
                                    {"\r\n1=0|", "\r\n1=10|"},
                                    {"2=2|0|0|0|", "2=82|0|0|0|"},
                                    {"2=2|0|0|0|", "2=2|10|0|0|"}}) {

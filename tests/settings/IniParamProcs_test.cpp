@@ -133,9 +133,9 @@ TEST(SettingsFile, IsReadAgainWhenItHasChangedAndOnlyThen) {
     std::filesystem::last_write_time(file + "~", std::filesystem::last_write_time(file));
     std::filesystem::rename(file + "~", file);
     EXPECT_EQ(settings.Now()->Value("s", "k"), "777");
-    const FileStamp young{1, 1, 1, 5, 5};
+    const platform::FileStamp young{1, 1, 1, 5};
     EXPECT_TRUE(!young.IsSettled(5'000'005) && young.IsSettled(100'000'005));
-    const FileStamp wholeSeconds{1, 1, 1, 1'000'000'000, 1'000'000'000};
+    const platform::FileStamp wholeSeconds{1, 1, 1, 1'000'000'000};
     EXPECT_TRUE(!wholeSeconds.IsSettled(2'900'000'000) && wholeSeconds.IsSettled(3'100'000'000));
 }
 
