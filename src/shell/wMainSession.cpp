@@ -39,11 +39,11 @@ std::string List(const std::vector<std::string>& names, std::string_view separat
 
 void NameDamaged(const LostGrids& lost) {
     if (lost.Damaged().empty()) return;
-    TheHost().messages->Show(
-        "Des grilles n'ont pas pu être récupérées.\r\n"
-        "Leurs fichiers sont conservés :\r\n" +
-            List(lost.Damaged(), "\r\n"),
-        MessageStyle::Exclamation);
+    const std::string text =
+        lost.Damaged().size() == 1
+            ? "Une grille n'a pas pu être récupérée.\r\nSon fichier est conservé :\r\n"
+            : "Des grilles n'ont pas pu être récupérées.\r\nLeurs fichiers sont conservés :\r\n";
+    TheHost().messages->Show(text + List(lost.Damaged(), "\r\n"), MessageStyle::Exclamation);
 }
 
 MessageButton AskToRecover(const LostGrids& lost) {
