@@ -9,34 +9,22 @@
 #include "support/QtSupport.h"
 #include "support/ScriptedHost.h"
 
-// 1 "Ok", 0 "Annuler", as the user presses them.
-inline void Press(QDialog& dialog, int index) {
+// "Ok", as the user presses it.
+inline void PressOk(QDialog& dialog) {
     dialog.show();
-    QTest::mouseClick(&Child<QPushButton>(dialog, QStringLiteral("cmdCommands(%1)").arg(index)),
-                      Qt::LeftButton);
+    QTest::mouseClick(&Child<QPushButton>(dialog, "cmdCommands(1)"), Qt::LeftButton);
     EXPECT_FALSE(dialog.isVisible());
 }
 
-// Without "Ok": the button, the close box, Escape.
-inline void Leave(QDialog& dialog, int way) {
+// Without "Ok": 0 the button, 1 the close box, 2 Escape.
+inline void Leave(QWidget& dialog, int way, const char* button = "cmdCommands(0)") {
     dialog.show();
-    if (way == 0) return Press(dialog, 0);
-    way == 1 ? static_cast<void>(dialog.close()) : QTest::keyClick(&dialog, Qt::Key_Escape);
+    if (way == 0) QTest::mouseClick(&Child<QPushButton>(dialog, button), Qt::LeftButton);
+    if (way == 1) dialog.close();
+    if (way == 2) QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
 }
 
-// Every part of a window has room of its own in it.
-inline void ExpectLaidOut(const QWidget& window) {
-    QRegion taken;
-    for (const auto* part : window.findChildren<QWidget*>()) {
-        if (!part->isVisible() || !part->findChildren<QWidget*>().empty()) continue;
-        const QRect place(part->mapTo(&window, QPoint()), part->size());
-        EXPECT_TRUE(window.rect().contains(place)) << part->objectName().toStdString();
-        EXPECT_FALSE(taken.intersects(place)) << part->objectName().toStdString();
-        taken += place;
-    }
-}
-
-inline std::string Stored(std::string_view key, std::string_view section = "Options") {
-    return IniParamProcs::ReadIniParam(section, key, "missing");
+inline std::string Stored(std::string_view key) {
+    return IniParamProcs::ReadIniParam("Options", key, "missing");
 }
