@@ -2,60 +2,35 @@
 
 #include <QCheckBox>
 #include <QRadioButton>
-#include <QTabWidget>
 
 #include "DialogSupport.h"
-#include "settings/dialogs/wOptions.h"
 
 namespace {
 
-// The captions of the levels that a dialog shows checked; "Ok" after another was chosen.
-template <class Dialog>
-QString Chosen(int value) {
-    Dialog dialog(nullptr);
-    dialog.show();
-    for (auto* tabs : dialog.template findChildren<QTabWidget*>()) tabs->setCurrentIndex(3);
-    QString shown;
-    for (auto* option : dialog.template findChildren<QRadioButton*>())
-        if (option->isVisible() && option->isChecked()) shown += option->text();
-    Child<QRadioButton>(dialog, QStringLiteral("optLevelValue(%1)").arg(value)).click();
-    PressOk(dialog);
-    return shown;
-}
-
-template <class Dialog>
-void ExpectLevels() {
+TEST(LevelDialog, ShowsTheStoredLevelAndOnlyOkStoresAnother) {
     const ScriptedHost host;
-    // Each time the level that was chosen before is checked.
-    const std::pair<int, const char*> choices[] = {
-        {4, "Moyen"}, {7, "Difficile"}, {6, "Débutant"}, {5, "Facile"}, {4, "Moyen"}};
-    for (const auto& [value, shown] : choices) {
-        EXPECT_EQ(Chosen<Dialog>(value), shown);
-        EXPECT_EQ(Stored("LevelValue"), std::to_string(value));
-    }
-    Settings::Write(Settings::LevelValue, 8);
-    Dialog unknown(nullptr);
-    PressOk(unknown);
-    EXPECT_EQ(Stored("LevelValue"), "8");
-}
-
-TEST(LevelChoice, BothDialogsShowTheStoredLevelAndStoreTheChosenOne) {
-    ExpectLevels<wLevel>();
-    ExpectLevels<wOptions>();
-}
-
-TEST(LevelDialog, OnlyOkWritesAndAccepts) {
-    const ScriptedHost host;
-    for (const int way : {0, 1, 2, 3}) {
+    const struct {
+        const char* shown;
+        int chosen, way;  // a way without "Ok", or 3
+        const char* stored;
+    } cases[] = {{"Moyen", 4, 0, "missing"}, {"Moyen", 4, 1, "missing"}, {"Moyen", 4, 2, "missing"},
+                 {"Moyen", 4, 3, "14"},      {"Difficile", 7, 3, "07"},  {"Débutant", 6, 3, "16"},
+                 {"Facile", 5, 2, "16"},     {"Facile", 5, 3, "05"},     {"Moyen", 4, 3, "14"}};
+    for (const auto& [shown, chosen, way, stored] : cases) {
         wLevel dialog(nullptr);
-        auto& never = Child<QCheckBox>(dialog, "chkLevelAsk");
-        EXPECT_FALSE(never.isChecked());
-        never.click();
+        for (const auto* option : dialog.findChildren<QRadioButton*>())
+            EXPECT_EQ(option->isChecked(), option->text() == shown) << shown;
+        Child<QRadioButton>(dialog, QStringLiteral("optLevelValue(%1)").arg(chosen)).click();
+        Child<QCheckBox>(dialog, "chkLevelAsk").click();
         way == 3 ? PressOk(dialog) : Leave(dialog, way);
         EXPECT_EQ(dialog.Accepted(), way == 3);
-        EXPECT_EQ(Stored("LevelAsk") + Stored("LevelValue"), way == 3 ? "15" : "missingmissing");
+        const std::string ask = Stored("LevelAsk");
+        EXPECT_EQ(ask == "missing" ? ask : ask + Stored("LevelValue"), stored);
     }
-    EXPECT_TRUE(Child<QCheckBox>(wLevel(nullptr), "chkLevelAsk").isChecked());
+    Settings::Write(Settings::LevelValue, 8);
+    wLevel unknown(nullptr);
+    PressOk(unknown);
+    EXPECT_EQ(Stored("LevelValue"), "8");
 }
 
 }  // namespace

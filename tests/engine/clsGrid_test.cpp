@@ -30,11 +30,6 @@ TEST_F(GridTest, CellsRaiseEveryAssignmentAndMarkOnlyADifference) {
     clsCell cell;
     std::vector<int> raised;
     cell.OnChange([&raised](std::uint8_t value) { raised.push_back(value); });
-    for (const int k : {0, 10}) {
-        cell.Avail(k, true);
-        cell.Inhib(k, true);
-        EXPECT_FALSE(cell.Avail(k) || cell.Inhib(k) || cell.Modified());
-    }
     for (int n = 0; n < 6; ++n) {
         const bool on = n % 2 == 1;
         n < 2 ? cell.Value(on ? 200 : 0) : n < 4 ? cell.Inhib(9, on) : cell.Locked(on);
