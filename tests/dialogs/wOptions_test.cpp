@@ -16,16 +16,10 @@ namespace {
 class OptionsDialog : public testing::Test {
   protected:
     static std::string FileText() { return ScriptedHost::ReadFile(IniParamProcs::IniFilePath()); }
-    static void ShowPage(wOptions& dialog, int page) {
-        dialog.show();
-        Child<QTabWidget>(dialog, "tbsOnglets").setCurrentIndex(page - 1);
-    }
     // What the user enters and sees in a field: true, a text, the text of a list.
     static const char* Entry(const QWidget& field) { return field.metaObject()->userProperty().name(); }
-    static std::string Shown(wOptions& dialog, int page, const char* name) {
-        ShowPage(dialog, page);
+    static std::string Shown(const wOptions& dialog, const char* name) {
         const auto& field = Child<QWidget>(dialog, name);
-        EXPECT_TRUE(field.isVisible()) << name;
         return field.property(Entry(field)).toString().toStdString();
     }
 
@@ -40,23 +34,22 @@ TEST_F(OptionsDialog, EachFieldBelongsToItsKeyAndOnlyOkWrites) {
     const QString defaults = QString::fromStdString(FileText());
     EXPECT_FALSE(defaults.contains("Color_")) << "colours that nobody changed";
     const struct {
-        int page;
         const char *field, *key, *first, *other, *stored;
     } fields[] = {
-        {1, "chkNoSplash", "NoSplash", "false", "true", "1"},
-        {1, "chkLinesWidth", "LinesWidth", "false", "true", "1"},
-        {1, "chkConfigOnNew", "ConfigOnNew", "true", "false", "0"},
-        {3, "txtMarginLeft", "MarginLeft", "45", "x", "x"},
-        {3, "txtMarginTop", "MarginTop", "15", "12.25", "12.25"},
-        {3, "txtGridSize", "GridSize", "120", "99,5 mm", "99,5 mm"},
-        {4, "chkLevelAsk", "LevelAsk", "false", "true", "1"},
-        {4, "cboResolLoop", "ResolLoop", "10", "90", "8"},
-        {4, "optLevelValue(7)", "LevelValue", "false", "true", "7"},
+        {"chkNoSplash", "NoSplash", "false", "true", "1"},
+        {"chkLinesWidth", "LinesWidth", "false", "true", "1"},
+        {"chkConfigOnNew", "ConfigOnNew", "true", "false", "0"},
+        {"txtMarginLeft", "MarginLeft", "45", "x", "x"},
+        {"txtMarginTop", "MarginTop", "15", "12.25", "12.25"},
+        {"txtGridSize", "GridSize", "120", "99,5 mm", "99,5 mm"},
+        {"chkLevelAsk", "LevelAsk", "false", "true", "1"},
+        {"cboResolLoop", "ResolLoop", "10", "90", "8"},
+        {"optLevelValue(7)", "LevelValue", "false", "true", "7"},
     };
-    for (const auto& [page, name, key, byDefault, other, stored] : fields) {
+    for (const auto& [name, key, byDefault, other, stored] : fields) {
         std::filesystem::remove(IniParamProcs::IniFilePath());
         wOptions dialog(nullptr);
-        EXPECT_EQ(Shown(dialog, page, name), byDefault) << name;
+        EXPECT_EQ(Shown(dialog, name), byDefault) << name;
         auto& field = Child<QWidget>(dialog, name);
         field.setProperty(Entry(field), other);
         PressOk(dialog);
@@ -65,12 +58,12 @@ TEST_F(OptionsDialog, EachFieldBelongsToItsKeyAndOnlyOkWrites) {
                          key + QStringLiteral("=") + stored);
         EXPECT_EQ(FileText(), expected.toStdString());
         wOptions again(nullptr);
-        EXPECT_EQ(Shown(again, page, name), other);
+        EXPECT_EQ(Shown(again, name), other);
     }
     for (const char* wrong : {"12", "-1", "abc"}) {
         IniParamProcs::WriteIniParam("Options", "ResolLoop", wrong);
         wOptions dialog(nullptr);
-        EXPECT_EQ(Shown(dialog, 4, "cboResolLoop"), "10") << wrong;
+        EXPECT_EQ(Shown(dialog, "cboResolLoop"), "10") << wrong;
     }
 }
 
@@ -79,7 +72,6 @@ TEST_F(OptionsDialog, EachSwatchShowsItsColourAndChangesItWithOk) {
         std::filesystem::remove(IniParamProcs::IniFilePath());
         Settings::Write(row, 0x00CC10U);
         wOptions dialog(nullptr);
-        ShowPage(dialog, 2);
         int announcements = 0;
         QObject::connect(&dialog, &wOptions::ColorsChanged, [&] { ++announcements; });
         auto& swatch = Child<QAbstractButton>(dialog, QStringLiteral("lblColors(%1)").arg(row.Index()));
@@ -110,7 +102,7 @@ TEST_F(OptionsDialog, LayoutFieldsTakeTypedDigitsOnlyAndF1ShowsThePagesTopic) {
     wOptions dialog(nullptr);
     std::vector<std::string> topics;
     for (const int page : {4, 1, 2, 3}) {
-        ShowPage(dialog, page);
+        Child<QTabWidget>(dialog, "tbsOnglets").setCurrentIndex(page - 1);
         QTest::keyClick(&dialog, Qt::Key_F1);
         topics.push_back("topic help.chm 2" + std::to_string(page) + "0");
     }

@@ -28,17 +28,7 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
     }
 }
 
-using HelpFile = SmallHelp;
-
-// Elsewhere and later the same topics make the same file, so that a program is what its sources make of it.
-TEST_F(HelpFile, IsMadeTheSameInEveryFolder) {
-    const std::string folder = " -DRESULT=" + host_.PathOf("a.chm") + " -DDIGEST=" + host_.PathOf("a.cpp");
-    ASSERT_EQ(std::system((COMPILE_HELP + folder + " -P " SOURCE_FOLDER "/help/CompileHelp.cmake").c_str()),
-              0);
-    EXPECT_TRUE(Bytes(host_.PathOf("a.chm")) == Bytes(HELP_FILE));
-}
-
-TEST_F(HelpFile, IsTheOneThatIsExpectedOrRefusedAndStaysWhatItWasWhenItWasOpened) {
+TEST_F(SmallHelp, IsTheOneThatIsExpectedOrRefusedAndStaysWhatItWasWhenItWasOpened) {
     const QByteArray whole = Bytes(file_.toStdString()), digest = ChmFile::DigestOf(whole);
     const QByteArray others[] = {whole.first(whole.size() - 1), whole + '\0',
                                  QByteArray(whole).replace("a1", "a2")};
