@@ -25,20 +25,6 @@ struct GridTest : EngineTest {
 
 }  // namespace
 
-// Faults: a view that is not told, a question about changes that were none, a file's value cut down.
-TEST_F(GridTest, CellsRaiseEveryAssignmentAndMarkOnlyADifference) {
-    clsCell cell;
-    std::vector<int> raised;
-    cell.OnChange([&raised](std::uint8_t value) { raised.push_back(value); });
-    for (int n = 0; n < 6; ++n) {
-        const bool on = n % 2 == 1;
-        n < 2 ? cell.Value(on ? 200 : 0) : n < 4 ? cell.Inhib(9, on) : cell.Locked(on);
-        EXPECT_EQ(cell.Modified(), on) << n;
-        cell.Modified(false);
-    }
-    EXPECT_EQ(raised, (std::vector<int>{0, 200}));
-}
-
 // Faults: a wrong grid praised as right, cells numbered wrongly, a change that is not seen, a copy that loses
 // something or takes the mask mode with it.
 TEST_F(GridTest, AnswersFromItsValuesAndACopyAlike) {

@@ -40,22 +40,17 @@ TEST_F(PageOnPaper, EveryDigitStandsInItsPlaceAndNoOtherIsThere) {
                 expected.insert({i / 10, i % 10, i % 10});
         }
         const double side = page.grid.width() / 9;
-        int captions = 0;
         for (auto words = word.globalMatch(OutputOf("pdftotext", {"-bbox", file, "-"})); words.hasNext();) {
             const auto next = words.next();
             const auto at = [&](int i) { return next.captured(i).toDouble() * 25.4 / 72; };
             const QRectF box(QPointF(at(1), at(2)), QPointF(at(3), at(4)));
-            if (next.captured(5) == grid.caption) {
-                captions += page.footer.contains(box.center()) ? 1 : 0;
-                continue;
-            }
+            if (next.captured(5) == grid.caption) continue;
             const QPointF place = (box.center() - page.grid.topLeft()) / side;
             const int column = static_cast<int>(place.x() * 3), row = static_cast<int>(place.y() * 3);
             const int digit = next.captured(5).toInt();
             found.insert({row / 3 * 9 + column / 3, row % 3 * 3 + column % 3 + 1,
                           box.height() < side / 4 ? digit : digit * 10});
         }
-        EXPECT_EQ(captions, 1);
         EXPECT_EQ(found, expected);
     }
 }

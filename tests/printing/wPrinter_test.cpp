@@ -35,7 +35,6 @@ TEST(PrinterDialog, OffersTheFileAndTheLastPrinterAtOnceAndThePrintersWhenTheyAr
 // Each choice is one key, and the picture shows it.
 TEST(PrinterDialog, OnlyOkWritesTheChoicesAndThePictureFollowsThem) {
     const PrintingHost host;
-    Settings::Write(Settings::Colors[0], 0xFFFFU);
     const char* cases[][3] = {{"chkBlackWhite", "cmdCommands(0)", "??"},
                               {"optOrientation(1)", "cmdCommands(1)", "10"},
                               {"chkBlackWhite", "cmdCommands(1)", "11"},
