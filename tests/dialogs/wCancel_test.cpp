@@ -1,5 +1,7 @@
 #include "settings/dialogs/wCancel.h"
 
+#include <QProgressBar>
+
 #include "DialogSupport.h"
 
 namespace {
@@ -9,6 +11,8 @@ TEST(ProgressWindow, EveryWayToCancelOnlyHidesIt) {
     for (const int way : {0, 1, 2}) {
         wCancel window(nullptr);
         window.show();
+        window.Progress(49.6);
+        EXPECT_TRUE(Eventually([&] { return Child<QProgressBar>(window, "pbProgress").text() == "50%"; }));
         EXPECT_TRUE(window.IsVisible());
         Leave(window, way, "cmdCancel");
         ServeEvents();

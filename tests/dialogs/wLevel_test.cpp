@@ -27,6 +27,11 @@ TEST(LevelDialog, ShowsTheStoredLevelAndOnlyOkStoresAnother) {
         const std::string ask = Stored("LevelAsk");
         EXPECT_EQ(ask == "missing" ? ask : ask + Stored("LevelValue"), stored);
     }
+    // One that only the file offers stays.
+    Settings::Write(Settings::LevelValue, 8);
+    wLevel unknown(nullptr);
+    PressOk(unknown);
+    EXPECT_EQ(Stored("LevelValue"), "8");
 }
 
 }  // namespace

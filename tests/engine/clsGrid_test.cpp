@@ -25,6 +25,17 @@ struct GridTest : EngineTest {
 
 }  // namespace
 
+// Faults: a change that is not saved, a question about changes that were none.
+TEST_F(GridTest, CellsMarkOnlyADifference) {
+    clsCell cell;
+    for (int n = 0; n < 6; ++n) {
+        const bool on = n % 2 == 1;
+        n < 2 ? cell.Value(on ? 200 : 0) : n < 4 ? cell.Inhib(9, on) : cell.Locked(on);
+        EXPECT_EQ(cell.Modified(), on) << n;
+        cell.Modified(false);
+    }
+}
+
 // Faults: a wrong grid praised as right, cells numbered wrongly, a change that is not seen, a copy that loses
 // something or takes the mask mode with it.
 TEST_F(GridTest, AnswersFromItsValuesAndACopyAlike) {
