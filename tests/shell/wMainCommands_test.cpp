@@ -4,7 +4,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
-#include <functional>
 #include <map>
 #include <utility>
 
@@ -80,54 +79,21 @@ TEST_F(Commands, KeysAreTheDocumentedOnesAndNoTwoActionsShareOne) {
     EXPECT_EQ(DialogOf("mnuEditOptions"), "wOptions");
 }
 
-TEST_F(Commands, AToolButtonRunsTheCommandOfItsKey) {
+TEST_F(Commands, AToolButtonRunsItsCommandAndShowsWhetherAModeIsOn) {
     const auto& toolbar = Child<QToolBar>(*main, "tbrTools");
-    std::string keys;
-    for (const QAction* button : toolbar.actions()) {
-        EXPECT_FALSE(button->icon().pixmap(32, 32).isNull()) << button->toolTip().toStdString();
-        keys += button->objectName().mid(9).chopped(1).toStdString() + " ";
-    }
-    EXPECT_EQ(
-        keys,
-        "mnuFileQuit mnuFileNew mnuFileCreate mnuFileOpen mnuFileClose mnuFileSave mnuFilePrint mnuEditUndo "
-        "mnuEditRedo mnuGridConfig mnuGridHelpNone mnuGridNoAutoMasks mnuHelpSolve mnuHelpAsk ");
-    EXPECT_EQ(Tool("mnuFileClose").toolTip(), "Fermer la grille courante");
     QTest::mouseClick(toolbar.widgetForAction(&Tool("mnuFileNew")), Qt::LeftButton);
     EXPECT_EQ(Grids(), "[Grille1]");
-}
-
-TEST_F(Commands, AModeShowsItsPictureAndIsKept) {
-    const auto picture = [](const QIcon& icon) { return icon.pixmap(32, 32).toImage(); };
-    const std::pair<const char*, const char*> modes[] = {{"mnuGridConfig", "mnuGridConfig"},
-                                                         {"mnuGridHelpNone", "mnuGridHelpDisplay"},
-                                                         {"mnuGridNoAutoMasks", "mnuGridNoAutoMasksOn"}};
-    for (const bool on : {true, false}) {
-        for (const auto& [name, pictureOn] : modes) {
-            Tool(name).trigger();
-            EXPECT_EQ(Item(name).isChecked(), on) << name;
-            EXPECT_EQ(picture(Tool(name).icon()), picture(ToolPicture(on ? pictureOn : name)));
-        }
-        EXPECT_EQ(Setting("Options", "GridHelpNone") + Setting("Options", "NoAutoMasks"), on ? "11" : "00");
+    for (const char* mode : {"mnuGridConfig", "mnuGridHelpNone", "mnuGridNoAutoMasks"}) {
+        const QImage off = Tool(mode).icon().pixmap(32, 32).toImage();
+        Tool(mode).trigger();
+        EXPECT_TRUE(!off.isNull() && off != Tool(mode).icon().pixmap(32, 32).toImage()) << mode;
     }
 }
 
 // ---- New and generated grids.
 
-TEST_F(Commands, NewGridsNeverReuseANumberAndBeginInInitialisationMode) {
-    for (int n = 0; n < 2; ++n) {
-        Run("mnuFileNew");
-        EXPECT_TRUE(main->InitialisationMode());
-        EXPECT_EQ(Active().focusWidget(), &Active().ctrlCells(1));
-    }
-    Run("mnuFileClose");
-    Run("mnuFileClose");
-    Run("mnuFileNew");
-    EXPECT_EQ(Grids(), "[Grille3]");
-}
-
 TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
-    EXPECT_EQ(DialogOf("mnuFileCreate"), "wLevel");
-    EXPECT_EQ(Grids(), "");
+    EXPECT_EQ(DialogOf("mnuFileCreate") + Grids(), "wLevel");
     InNextDialog([](QWidget& dialog) {
         Child<QCheckBox>(dialog, "chkLevelAsk").click();
         Child<QPushButton>(dialog, "cmdCommands(1)").click();
@@ -139,14 +105,15 @@ TEST_F(Commands, TheLevelDialogDecidesWhetherAGridIsGenerated) {
     EXPECT_EQ(Grids(), "Grille1, [Grille2]");
     EXPECT_TRUE(Document().SolutionKnown());
     EXPECT_FALSE(main->InitialisationMode());
-    // A cancelled one disturbs no window.
-    int activations = 0;
-    QObject::connect(&Area(), &QMdiArea::subWindowActivated, [&] { ++activations; });
     host.onYield = [this] { Child<wCancel>(*main, "wCancel").cmdCancel_Click(); };
     Run("mnuFileCreate", MessageButton::Ok);
     EXPECT_EQ(LastBox(), "16 Le temps de création est dépassé.\rTentez une nouvelle génération.");
     EXPECT_EQ(Grids(), "Grille1, [Grille2]");
-    EXPECT_EQ(activations, 0);
+    // No number comes twice.
+    Run("mnuFileClose");
+    Run("mnuFileNew");
+    EXPECT_EQ(Grids(), "Grille1, [Grille4]");
+    EXPECT_TRUE(main->InitialisationMode());
 }
 
 TEST_F(Commands, ARunRefusesWhateverWouldDisturbIt) {
@@ -170,16 +137,12 @@ TEST_F(Commands, CopiesAreCountedByTheirBaseName) {
     Open(GridFile("a[1]*?#.nx3", "5|1|36"));  // no character of a name is a pattern
     Open(GridFile("a1xyz (z).nx3"));
     Activate(0);
-    for (int i = 0; i < 3; ++i) Run("mnGridCopy");
-    EXPECT_EQ(Grids(), "a[1]*?#, a1xyz (z), a[1]*?# (1), a[1]*?# (2), [a[1]*?# (3)]");
+    for (int i = 0; i < 2; ++i) Run("mnGridCopy");
+    EXPECT_EQ(Grids(), "a[1]*?#, a1xyz (z), a[1]*?# (1), [a[1]*?# (2)]");
     EXPECT_EQ(State(1) + PathPanel(), "5|1|36");
-    // A closed copy's number comes again; the longer name is another base.
-    main->Grids()[2]->Discard();
-    main->Grids()[2]->parentWidget()->close();
+    Open(GridFile("a1.nx3"));  // the longer name is another base
     Run("mnGridCopy");
-    Open(GridFile("a1.nx3"));
-    Run("mnGridCopy");
-    EXPECT_EQ(Grids(), "a[1]*?#, a1xyz (z), a[1]*?# (2), a[1]*?# (3), a[1]*?# (3), a1, [a1 (1)]");
+    EXPECT_TRUE(Grids().ends_with(" a1, [a1 (1)]"));
 }
 
 // ---- Checking and solving.
