@@ -1,11 +1,9 @@
-// Start, shutdown and the windows inside the main window.
+// Start and shutdown.
 
 #include "shell/wMain.h"
 
-#include <QScreen>
 #include <QTest>
 #include <QTimer>
-#include <algorithm>
 
 #include "Program.h"
 #include "settings/ColorTable.h"
@@ -15,13 +13,7 @@ namespace {
 
 using platform::MessageButton;
 
-class StartUp : public Program {
-  protected:
-    // One that was closed may still wait to be deleted.
-    bool SplashShown() const {
-        return std::ranges::any_of(main->findChildren<wSplash*>(), &QWidget::isVisible);
-    }
-};
+class StartUp : public Program {};
 
 TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
     const std::string file = GridFile("ma grille.nx3");
@@ -42,42 +34,16 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
     EXPECT_TRUE(LastBox().starts_with("16 Error Nr 53")) << LastBox();
 }
 
-TEST_F(StartUp, OnlyOneInTheSettingsKeepsTheSplashAway) {
-    for (const auto& [setting, shown] : {std::pair{"1", false}, {"0", true}, {"2", true}, {"", true}}) {
-        Setting("Options", "NoSplash", setting);
-        Start();
-        EXPECT_EQ(SplashShown(), shown) << setting;
-    }
-    host.commandLine = GridFile("a.nx3");
-    Start();
-    EXPECT_TRUE(SplashShown());
-}
-
-TEST_F(StartUp, TheSplashIsClosedByItsTimerTheAboutBoxByItsReader) {
+// The monkey opens the about box, which is the same window, again and again.
+TEST_F(StartUp, TheSplashIsClosedByItsTimer) {
     Setting("Options", "NoSplash", "0");
     Start();
     auto* splash = main->findChild<wSplash*>();
     QTest::mouseClick(splash, Qt::LeftButton);
-    QTest::keyClick(splash, Qt::Key_Escape);
-    EXPECT_TRUE(SplashShown());
-    EXPECT_LE((splash->geometry().center() - main->screen()->availableGeometry().center()).manhattanLength(),
-              2);
-    const auto& version = Child<QLabel>(*splash, "lblVersion");
-    EXPECT_EQ(version.text(), "12.34");
-    EXPECT_TRUE(splash->rect().contains(version.geometry()));
+    EXPECT_TRUE(splash->isVisible());
     splash->tmrClose().setInterval(0);
     splash->tmrClose().start();
     EXPECT_TRUE(Eventually([this] { return !main->findChild<wSplash*>(); }));
-    main->mnuHelpAbout_Click();
-    QTest::keyClick(main->findChild<wSplash*>(), Qt::Key_A);
-    EXPECT_TRUE(SplashShown());
-    QTest::mouseClick(main->findChild<wSplash*>(), Qt::LeftButton);
-    EXPECT_FALSE(SplashShown());
-    main->mnuHelpAbout_Click();  // at once, while the closed one waits to be deleted
-    EXPECT_TRUE(SplashShown());
-    ServeEvents();
-    QTest::keyClick(main->findChild<wSplash*>(), Qt::Key_Escape);
-    EXPECT_FALSE(SplashShown());
 }
 
 // ---- Settings.
@@ -93,8 +59,10 @@ TEST_F(StartUp, AFirstStartWritesWhatIsMissingBeforeItReadsTheColours) {
 }
 
 TEST_F(StartUp, WhatWasKeptComesBack) {
-    for (const char* mode : {"GridHelpNone", "NoAutoMasks"}) Setting("Options", mode, "1");
     for (int i = 1; i <= 10; ++i) Setting("MRU", std::to_string(i).c_str(), "/jeux/" + std::to_string(i));
+    Start();
+    Run("mnuGridHelpNone");
+    Run("mnuGridNoAutoMasks");
     Start();
     EXPECT_TRUE(main->MasksHidden() && main->ManualMasks() && !main->InitialisationMode());
     EXPECT_EQ(Setting("Options", "GridHelpNone") + Setting("Options", "NoAutoMasks"), "11");
@@ -151,38 +119,6 @@ TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
     Setting("Options", "NoSplash", "1");
     main->close();
     EXPECT_EQ(ScriptedHost::ReadFile(file), old);
-}
-
-// ---- The windows.
-
-class Windows : public RunningProgram {};
-
-TEST_F(Windows, ClosingShowsTheGridThatIsLeft) {
-    const std::string file = GridFile("a.nx3");
-    Run("mnuFileNew");
-    Open(file);
-    Run("mnuFileNew");
-    main->Grids()[0]->parentWidget()->close();
-    EXPECT_EQ(Grids(), "a, [Grille2]") << "closing an inactive one changes nothing";
-    Run("mnuFileClose");
-    EXPECT_EQ(Grids() + PathPanel(), "[a]" + file);
-    Run("mnuFileClose");
-    EXPECT_EQ(Grids() + PathPanel(), "");
-}
-
-TEST_F(Windows, QuittingClosesNoneUntilEveryQuestionIsAnswered) {
-    for (int n = 0; n < 3; ++n) {
-        Run("mnuFileNew");
-        Set(1, "5|1|0");
-    }
-    host.Expect(MessageButton::No);
-    Run("mnuFileQuit", MessageButton::Cancel);
-    EXPECT_TRUE(main->isVisible());
-    EXPECT_EQ(Grids(), "Grille1, [Grille2], Grille3") << "who is asked about is shown";
-    // The first answer is forgotten: the next time every grid is asked about again.
-    for (int i = 0; i < 3; ++i) host.Expect(MessageButton::No);
-    Run("mnuFileQuit");
-    EXPECT_FALSE(main->isVisible());
 }
 
 }  // namespace
