@@ -89,11 +89,7 @@ QRect Part(const QRect& whole, int count, int number) {
 Finding Read(const QImage& image, const QRect& part, const QColor& paper) {
     const Ink ink = InkOf(image, part, paper.rgb());
     if (ink.place.isEmpty()) return {};
-    const QRectF place(ink.place);
-    Finding finding{0,
-                    ink.color,
-                    {place.x() / part.width(), place.y() / part.height(), place.width() / part.width(),
-                     place.height() / part.height()}};
+    Finding finding{0, ink.color, ink.place.height()};
     int least = INT_MAX;
     for (int d = 1; d <= 9; ++d) {
         const int difference = Difference(ink.shape, Model(d, ink.place.height()));

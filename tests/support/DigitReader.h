@@ -2,16 +2,16 @@
 
 #include <QColor>
 #include <QImage>
-#include <QRectF>
+#include <QRect>
 
 // Reads digits off a picture, as an eye would: by where there is ink and by what shape it has.
 namespace DigitReader {
 
 // What stands in a part of a picture.
 struct Finding {
-    int digit = 0;  // the one that looks most like the ink; 0: there is no ink
-    QColor ink;     // where it is strongest
-    QRectF place;   // of the ink, as shares of the part: 0..1
+    int digit = 0;   // the one that looks most like the ink; 0: there is no ink
+    QColor ink;      // where it is strongest
+    int height = 0;  // in pixels
 };
 
 // `part` in pixels of the image, which has 32 bits a pixel. Everything that differs from `paper` is ink.

@@ -65,15 +65,6 @@ TEST_F(Grid, OnlyDigitsAndDeleteEnterSomething) {
     EXPECT_EQ(frame.entered, (std::vector<int>{1, 9, 0, 5}));
 }
 
-TEST_F(Grid, ActivationShowsItsName) {
-    grid->Path("/jeux/a[*]b.nx3");
-    EXPECT_EQ(grid->windowTitle(), "a[*][*]b");  // the toolkit's mark of modified windows, shown once
-    grid->Form_Activate();
-    EXPECT_EQ(frame.shown, "/jeux/a[*]b.nx3|a[*]b");
-    grid->Form_Deactivate();
-    EXPECT_EQ(frame.shown, "|");
-}
-
 TEST_F(Grid, PrintsTheCandidatesThatItShows) {
     const std::string page = host.PathOf("page.pdf");
     SetPuzzle(document, 1, 2);
