@@ -23,14 +23,11 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
     std::free(memory);
 }
 
-namespace {
-
 // Runs it with ever more memory until there is enough; returns how often there was not.
-template <class Action>
-int UntilEnough(Action&& action, const std::function<void()>& check) {
+static int UntilEnough(const std::function<void()>& action, const std::function<void()>& check) {
     for (int failures = 0;; ++failures) {
-        allocationsLeft = failures;
         try {
+            allocationsLeft = failures;
             action();
             allocationsLeft = -1;
             return failures;
@@ -49,16 +46,13 @@ TEST(OutOfMemory, LeavesTheFileAndTheGridWhole) {
     ASSERT_TRUE(document.SaveFile(file));
     const std::string before = ScriptedHost::ReadFile(file);
     document.EnterValue(2, 6, {});
-    const int saves =
-        UntilEnough([&] { EXPECT_TRUE(document.SaveFile(file)); },
-                    [&] {
-                        EXPECT_TRUE(document.Modified());
-                        EXPECT_TRUE(ScriptedHost::ReadFile(file) == before || GridDocument().LoadFile(file));
-                    });
+    const auto save = [&] { EXPECT_TRUE(document.SaveFile(file)); };
+    const int saves = UntilEnough(save, [&] {
+        EXPECT_TRUE(document.Modified());
+        EXPECT_TRUE(ScriptedHost::ReadFile(file) == before || GridDocument().LoadFile(file));
+    });
     EXPECT_TRUE(saves > 5 && !document.Modified());
     const int entries = UntilEnough([&] { document.EnterValue(3, 7, {}); },
                                     [&] { EXPECT_EQ(StateText(document, 3), "0|0|0"); });
     EXPECT_TRUE(entries > 0 && document.Undo() == 3 && document.Undo() == 2);
 }
-
-}  // namespace

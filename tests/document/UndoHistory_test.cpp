@@ -7,8 +7,7 @@ namespace {
 
 // One step of one or two changes that no other step has.
 std::vector<CellChange> NewStep(int number) {
-    std::vector<CellChange> step(1 + number % 2, CellChange{number, {}, {}});
-    return step;
+    return std::vector<CellChange>(1 + number % 2, CellChange{number, {}, {}});
 }
 
 // Steps in a plain list; of the history itself only what it says.
