@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <fstream>
 #include <optional>
+#include <random>
 #include <string>
 
 #include "support/QtSupport.h"
@@ -27,3 +28,18 @@ inline std::int64_t KernelNumber(const std::string& file, const std::string& nam
     }
     return 0;
 }
+
+// Everything is drawn from the seed.
+class Chance {
+  public:
+    explicit Chance(std::uint64_t seed) : numbers_(seed) {}
+    int Below(int bound) { return static_cast<int>(numbers_() % static_cast<std::uint64_t>(bound)); }
+    bool OnceIn(int times) { return Below(times) == 0; }
+    template <class Choices>
+    auto OneOf(const Choices& choices) {
+        return *(std::begin(choices) + Below(static_cast<int>(std::size(choices))));
+    }
+
+  private:
+    std::mt19937_64 numbers_;
+};

@@ -17,19 +17,16 @@
 class FakeFrame : public MainFrame {
   public:
     bool InitialisationMode() const override { return false; }
-    bool MasksHidden() const override { return hidden; }
-    bool ManualMasks() const override { return manual; }
+    bool MasksHidden() const override { return false; }
+    bool ManualMasks() const override { return false; }
     ctrlCell* Cell() const override { return cell; }
     void Cell(ctrlCell* current) override { cell = current; }
     void cmdValue_Click(int index) override { entered.push_back(index); }
     void UpdateColors() override {}
-    void ShowDocument(const QString& path, const QString& caption) override { shown = path + '|' + caption; }
+    void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
 
-    bool hidden = false;
-    bool manual = false;
     ctrlCell* cell = nullptr;
     std::vector<int> entered;
-    QString shown;
 };
 
 // A shown grid window, closed without a question at the end.

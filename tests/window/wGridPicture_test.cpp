@@ -10,13 +10,11 @@
 
 namespace {
 
-using IniParamProcs::WriteIniParam;
-
 class Picture : public GridWindow {
   protected:
     Picture() {
         for (std::size_t i = 0; i < colors.size(); ++i) {
-            WriteIniParam("Options", "Color_" + std::to_string(i), std::to_string(colors[i]));
+            IniParamProcs::WriteIniParam("Options", "Color_" + std::to_string(i), std::to_string(colors[i]));
         }
         grid->SetColors(colors);
     }
