@@ -14,7 +14,6 @@
 #include <QToolBar>
 #include <chrono>
 #include <iostream>
-#include <map>
 
 #include "Promises.h"
 #include "Soak.h"
@@ -159,9 +158,8 @@ class Monkey : public Promises, private QObject, private Chance {
         const int target = std::min(Below(5), 3);
         QWidget* widget = targets[target];
         if (!widget) return;
-        static constexpr const char* names[] = {"tool", "value", "mask", "cell"};
-        Note(std::string("click ") + names[target] + " " +
-             (target == 0 ? tool->objectName().toStdString() : std::to_string(index)));
+        Note("click " + std::to_string(target) + " " + std::to_string(index) + " " +
+             tool->text().toStdString());
         QTest::mouseClick(main->windowHandle(), OnceIn(20) ? Qt::RightButton : Qt::LeftButton, {},
                           widget->mapTo(main.get(), widget->rect().center()));
     }
@@ -219,37 +217,34 @@ class Monkey : public Promises, private QObject, private Chance {
 
     // ---- Answers.
 
-    // What happens while a box is open; a modal one is a window that no key closes.
-    void ActBeside(bool modal) {
-        QWidget box;
-        if (modal) box.setWindowModality(Qt::ApplicationModal);
-        if (modal) box.show();
-        ActInside(4);
-    }
-
+    // A modal box is a window that no key closes.
     void WhileABoxIsOpen() {
-        static const std::map<int, std::vector<MessageButton>> answers = {
-            {0, {MessageButton::Ok}},
-            {MessageStyle::OkCancel, {MessageButton::Ok, MessageButton::Ok, MessageButton::Cancel}},
-            {MessageStyle::YesNo, {MessageButton::Yes, MessageButton::No}},
-            {MessageStyle::YesNoCancel, {MessageButton::Yes, MessageButton::No, MessageButton::Cancel}}};
         // Only a question about a file has no answer by now that could be for it.
         const bool isFile = !host.questions.empty() && !host.questions.back().filter.empty();
         const auto question = isFile ? std::exchange(host.questions.back(), {}) : platform::FileQuestion();
         const int buttons = isFile ? 0 : host.boxes.back().style & 7;
         const bool asksToClose = buttons == MessageStyle::YesNoCancel;
+        QWidget box;
         // The toolkit itself does not survive that a window goes while its closing is being agreed on.
-        ActBeside(asksToClose || closing_ || OnceIn(2));
+        if (asksToClose || closing_ || OnceIn(2)) {
+            box.setWindowModality(Qt::ApplicationModal);
+            box.show();
+        }
+        ActInside(4);
         if (isFile) host.fileAnswers.push_front(AnyFile(question.save));
-        host.always = OneOf(answers.at(buttons));
-        closing_ = asksToClose && host.always == MessageButton::Yes;
+        using enum MessageButton;
+        host.always = buttons == 0                        ? Ok
+                      : buttons == MessageStyle::OkCancel ? (OnceIn(3) ? Cancel : Ok)
+                      : OnceIn(2)                         ? Yes
+                      : asksToClose && OnceIn(2)          ? Cancel
+                                                          : No;
+        closing_ = asksToClose && host.always == Yes;
         Note("answer " + std::to_string(static_cast<int>(host.always)));
     }
 
     void WhileARunYields() {
         auto* progress = main->findChild<wCancel*>();
         if (progress && (++yields_ > longestRun || OnceIn(1000))) {
-            Note("cancel");
             OnceIn(2) ? progress->cmdCancel_Click() : void(progress->close());
         } else if (OnceIn(50)) {
             ActInside(2);
@@ -280,7 +275,6 @@ class Monkey : public Promises, private QObject, private Chance {
         }
         if (!open) return;
         const int end = Below(4);
-        Note("end " + std::to_string(end));
         if (end == 0) open->close();
         if (end == 1) open->reject();
         if (end >= 2) Child<QPushButton>(*open, QStringLiteral("cmdCommands(%1)").arg(end - 2)).click();
