@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Plays a whole session in a real window of an X server of its own, with keys and mouse, and checks what the
-# program wrote. Usage: play.sh PROGRAM DRAG_SOURCE
+# program wrote. Usage: play.sh PROGRAM
 #
 # Nothing waits for a fixed time or trusts in one. Keys are sent when the window that they are for is active and
 # has the keyboard; the mouse clicks in the same breath as it moves to a place of a window that is in front. The
@@ -8,7 +8,7 @@
 # before it is done.
 set -euo pipefail
 
-program=$1 drag_source=$2
+program=$1
 box=$(mktemp -d "${TMPDIR:-/tmp}/ninarix-e2e-XXXXXX")
 cleanup() {
     # shellcheck disable=SC2046
@@ -156,24 +156,6 @@ expect 'the changed record' "$(records "$branch" | sed -n 3p)" '0|0|0'
 
 # ---- Open again from the recent files: the last entry of the list is the puzzle.
 main Ninarix alt+f Up Up Return
-main 'Ninarix - puzzle' ctrl+w
-main Ninarix
-
-# ---- Drop two files at once; the button is released when the program has said that it takes them.
-"$drag_source" "$puzzle" "$branch" >"$box/drag.log" 2>&1 &
-until_true 'the drag source shows' xdotool search --onlyvisible --name '^drag source$'
-xdotool search --onlyvisible --name '^drag source$' mousemove --window %1 100 100 mousedown 1
-accepted() { # by what is below the mouse, which moves
-    xdotool mousemove 600 400 mousemove 700 300
-    grep accepted "$box/drag.log"
-}
-until_true 'the program takes the dragged files' accepted
-xdotool mouseup 1
-until_true 'both dropped files are open' xdotool search --onlyvisible --name '^Ninarix - branch$'
-kill "$!"
-until_true 'the drag source ends' gone "$!"
-xdotool windowactivate "$main"
-main 'Ninarix - branch' ctrl+w
 main 'Ninarix - puzzle'
 
 # ---- Quit with three modified grids, Cancel at the second question: all three stay and ask again.

@@ -64,7 +64,6 @@ class Monkey : public Promises, private QObject, private Chance {
     void Play(int events) {
         for (int n = 0; n < events && !HasFailure(); ++n) {
             if (!main->isVisible()) {
-                Note("start");
                 main.reset();
                 Start();
             }
@@ -93,17 +92,22 @@ class Monkey : public Promises, private QObject, private Chance {
     void Act() {
         struct Kind {
             int weight;
+            const char* name;
             void (Monkey::*act)();
         };
-        static constexpr Kind kinds[] = {{24, &Monkey::TypeKey},      {20, &Monkey::TypeShortcut},
-                                         {25, &Monkey::Click},        {6, &Monkey::ChooseFromMenu},
-                                         {7, &Monkey::ChangeWindows}, {7, &Monkey::DropFiles},
-                                         {2, &Monkey::ChangeFile},    {9, &Monkey::Serve}};
+        static constexpr Kind kinds[] = {{24, "key", &Monkey::TypeKey},
+                                         {20, "shortcut", &Monkey::TypeShortcut},
+                                         {25, "click", &Monkey::Click},
+                                         {6, "menu", &Monkey::ChooseFromMenu},
+                                         {7, "window", &Monkey::ChangeWindows},
+                                         {7, "drop", &Monkey::DropFiles},
+                                         {2, "write a file", &Monkey::ChangeFile},
+                                         {9, "serve", &Monkey::Serve}};
         int place = Below(100);
-        for (const Kind& kind : kinds) {
-            place -= kind.weight;
-            if (place < 0) return (this->*kind.act)();
-        }
+        const auto* kind = std::begin(kinds);
+        while (place >= kind->weight) place -= kind++->weight;
+        Note(kind->name);
+        (this->*kind->act)();
     }
 
     void ActInside(int most) {
@@ -150,18 +154,16 @@ class Monkey : public Promises, private QObject, private Chance {
     // On a tool, a button of the palette or a cell.
     void Click() {
         const auto& toolbar = Child<QToolBar>(*main, "tbrTools");
-        QAction* tool = OneOf(toolbar.actions());
         const int index = Below(82);
-        QWidget* const targets[] = {toolbar.widgetForAction(tool), &main->picPalette().cmdValue(index % 10),
+        QWidget* const targets[] = {toolbar.widgetForAction(OneOf(toolbar.actions())),
+                                    &main->picPalette().cmdValue(index % 10),
                                     &main->picPalette().cmdMask(index % 10),
                                     main->ActiveGrid() && index > 0 ? &Active().ctrlCells(index) : nullptr};
-        const int target = std::min(Below(5), 3);
-        QWidget* widget = targets[target];
+        QWidget* widget = targets[std::min(Below(5), 3)];
         if (!widget) return;
-        Note("click " + std::to_string(target) + " " + std::to_string(index) + " " +
-             tool->text().toStdString());
-        QTest::mouseClick(main->windowHandle(), OnceIn(20) ? Qt::RightButton : Qt::LeftButton, {},
-                          widget->mapTo(main.get(), widget->rect().center()));
+        const QPoint place = widget->mapTo(main.get(), widget->rect().center());
+        Note("at " + std::to_string(place.x()) + ", " + std::to_string(place.y()));
+        QTest::mouseClick(main->windowHandle(), OnceIn(20) ? Qt::RightButton : Qt::LeftButton, {}, place);
     }
 
     void ChooseFromMenu() {
@@ -176,7 +178,6 @@ class Monkey : public Promises, private QObject, private Chance {
         if (QApplication::activeModalWidget()) return;
         const auto grids = main->Grids();
         const int change = Below(7);
-        Note("window " + std::to_string(change));
         if (change == 0) main->resize(480 + Below(700), 420 + Below(500));
         if (change == 1) main->close();
         if (change <= 1 || grids.empty()) return;
@@ -187,11 +188,7 @@ class Monkey : public Promises, private QObject, private Chance {
 
     void DropFiles() {
         std::vector<std::string> paths;
-        for (int n = 1 + Below(3); n > 0; --n) {
-            const char* name = OneOf(files);
-            Note(std::string("drop ") + name);
-            paths.push_back(host.PathOf(name));
-        }
+        for (int n = 1 + Below(3); n > 0; --n) paths.push_back(host.PathOf(OneOf(files)));
         Drop(paths);
     }
 
@@ -205,15 +202,11 @@ class Monkey : public Promises, private QObject, private Chance {
                     (OnceIn(2) ? "|1|0\r\n" : "|0|0\r\n");
         }
         if (OnceIn(6)) text += "81=256|0|0\r\n";
-        Note("write " + name);
         ScriptedHost::WriteFile(host.PathOf(name), text);
         if (OnceIn(8)) std::filesystem::remove(host.PathOf(name));
     }
 
-    void Serve() {
-        Note("serve");
-        ServeEvents();
-    }
+    void Serve() { ServeEvents(); }
 
     // ---- Answers.
 
@@ -254,7 +247,6 @@ class Monkey : public Promises, private QObject, private Chance {
     std::string AnyFile(bool save) {
         std::string name = OneOf(files);
         if (save && OnceIn(2)) name = OnceIn(2) ? "saved.nx3" : "other.nx3";
-        Note("file " + name);
         return OnceIn(4) ? std::string() : host.PathOf(name);
     }
 
