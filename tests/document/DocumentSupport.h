@@ -33,12 +33,6 @@ inline void SetPuzzle(GridDocument& document, int first, int last) {
     document.Grid().ManageAvails();
 }
 
-// No two givens clash, but no digit is left for cell 1.
-inline void SetContradiction(GridDocument& document) {
-    for (int i = 2; i <= 9; ++i) Set(document, i, std::to_string(i - 1) + "|1|0");
-    Set(document, 28, "9|1|0");
-}
-
 // The number of the error that an action ends with; 0: none.
 template <class Action>
 int ErrorOf(Action&& action) {

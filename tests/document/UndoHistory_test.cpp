@@ -1,5 +1,6 @@
 #include "document/UndoHistory.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -42,6 +43,20 @@ TEST(UndoHistory, EqualsAPlainListHoweverLongAndCopiesStayAsTheyWere) {
         if (number % 10 == 0) expectSame(history, steps), expectSame(copy, copied);
     }
     EXPECT_GT(steps.size(), 2000);
+}
+
+// What is kept is a copy, made between two keys.
+TEST(UndoHistory, ACopyCostsNothingHoweverLong) {
+    UndoHistory history;
+    for (int number = 0; number < 100'000; ++number) history.Register(NewStep(number));
+    const auto copyIsQuick = [&] {
+        const auto start = std::chrono::steady_clock::now();
+        const UndoHistory copy = history;
+        return copy.CanUndo() && std::chrono::steady_clock::now() - start < std::chrono::microseconds(500);
+    };
+    bool quick = false;
+    for (int attempt = 0; attempt < 100 && !quick; ++attempt) quick = copyIsQuick();
+    EXPECT_TRUE(quick);
 }
 
 }  // namespace

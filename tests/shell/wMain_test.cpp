@@ -1,17 +1,19 @@
-// Start and shutdown.
+// Starts and ends.
 
 #include "shell/wMain.h"
 
 #include <QTest>
-#include <QTimer>
+#include <algorithm>
 
 #include "Program.h"
+#include "document/window/BusyGuard.h"
 #include "settings/ColorTable.h"
 #include "shell/wSplash.h"
 
 namespace {
 
 using platform::MessageButton;
+namespace fs = std::filesystem;
 
 class StartUp : public Program {};
 
@@ -19,7 +21,7 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
     const std::string file = GridFile("ma grille.nx3");
     const std::string withQuote = GridFile("ma fin\"");
     const std::pair<std::string, const char*> lines[] = {{'"' + file + '"', "[ma grille]"},
-                                                         {std::filesystem::relative(file), "[ma grille]"},
+                                                         {fs::relative(file), "[ma grille]"},
                                                          {withQuote, "[ma fin\"]"},
                                                          {"\"", ""}};
     for (const auto& [line, grids] : lines) {
@@ -30,18 +32,6 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
         EXPECT_TRUE(*grids == '\0' || PathPanel().starts_with('/')) << PathPanel();
     }
     EXPECT_TRUE(main->isVisible() && LastBox().starts_with("16 Error Nr 53")) << LastBox();
-}
-
-// The monkey opens the about box, which is the same window, again and again.
-TEST_F(StartUp, TheSplashIsClosedByItsTimer) {
-    Setting("Options", "NoSplash", "0");
-    Start();
-    auto* splash = main->findChild<wSplash*>();
-    QTest::mouseClick(splash, Qt::LeftButton);
-    EXPECT_TRUE(splash->isVisible());
-    splash->tmrClose().setInterval(0);
-    splash->tmrClose().start();
-    EXPECT_TRUE(Eventually([this] { return !main->findChild<wSplash*>(); }));
 }
 
 // ---- Settings.
@@ -100,8 +90,8 @@ TEST_F(StartUp, AWrongWordInAnyKeyCostsNothingElse) {
 TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
     Setting("MRU", "1", "/jeux/a.nx3");
     const std::string file = IniParamProcs::IniFilePath(), old = ScriptedHost::ReadFile(file);
-    std::filesystem::rename(file, file + "~");
-    std::filesystem::create_directory(file);
+    fs::rename(file, file + "~");
+    fs::create_directory(file);
     host.Expect(MessageButton::Ok);
     host.onShow = [this] { EXPECT_TRUE(main && main->isVisible()); };
     Start();
@@ -109,11 +99,128 @@ TEST_F(StartUp, SettingsThatCannotBeReadAreLeftAloneAndToldAfterTheStart) {
     ServeEvents();
     EXPECT_TRUE(LastBox().ends_with("fichier illisible")) << LastBox();
     EXPECT_EQ(ColorTable::Shared(), ColorTable::Defaults);
-    std::filesystem::remove(file);
-    std::filesystem::rename(file + "~", file);
+    fs::remove(file);
+    fs::rename(file + "~", file);
     Setting("Options", "NoSplash", "1");
     main->close();
     EXPECT_EQ(ScriptedHost::ReadFile(file), old);
+}
+
+// ---- Ends that are none, and what the next start makes of them.
+
+class Session : public RunningProgram {
+  protected:
+    bool Kept() const {
+        std::error_code missing;
+        const fs::recursive_directory_iterator entries(host.PathOf("state"), missing);
+        return std::any_of(begin(entries), end(entries),
+                           [](const auto& entry) { return entry.path().extension() == ".nx3"; });
+    }
+    void Type(int cell, int digit) const {
+        Active().ctrlCells(cell).DoSelect();
+        main->cmdValue_Click(digit);
+    }
+    // The process is told to end, then there is another one.
+    void EndAndStart() {
+        main->EndNow();
+        main.reset();
+        Start();
+    }
+};
+
+TEST_F(Session, AModifiedGridIsKeptUntilItIsSavedOrThrownAway) {
+    Open(GridFile("a.nx3"));
+    for (const char* command : {"mnuFileSave", "mnuFileClose"}) {
+        Type(2, Document().CanUndo() ? 4 : 3);
+        EXPECT_TRUE(Eventually([this] { return Kept(); }));
+        if (command == std::string("mnuFileClose")) host.Expect(MessageButton::No);
+        Run(command);
+        EXPECT_TRUE(Eventually([this] { return !Kept(); })) << command;
+    }
+}
+
+TEST_F(Session, GridsComeBackWithTheirHistoryAfterAnEndWithoutQuestions) {
+    Run("mnuFileOpen", GridFile("a.nx3"));
+    Type(2, 3);
+    Type(3, 4);
+    Run("mnuFileNew");
+    Type(1, 9);
+    Run("mnuFileNew");  // empty, as new ones are
+    host.Expect(MessageButton::Yes);
+    EndAndStart();
+    EXPECT_EQ(Grids() + " " + RecentFiles(), "a, [Grille1] a.nx3");
+    EXPECT_NE(LastBox().find(": a, Grille1.\r\n"), std::string::npos) << LastBox();
+    EXPECT_EQ(State(1), "9|1|0");
+    Activate(0);
+    EXPECT_EQ(PathPanel() + State(3), host.PathOf("a.nx3") + "4|0|0");
+    Active().SetFocus();
+    Run("mnuEditUndo");
+    Run("mnuEditUndo");
+    EXPECT_FALSE(Document().Modified()) << "as its file is";
+    Run("mnuFileNew");
+    EXPECT_EQ(Grids(), "a, Grille1, [Grille2]") << "no name twice";
+}
+
+TEST_F(Session, NoThrowsAwayCancelAsksAgain) {
+    Run("mnuFileNew");
+    Type(1, 9);
+    for (const MessageButton answer : {MessageButton::Cancel, MessageButton::No}) {
+        host.Expect(answer);
+        EndAndStart();
+        EXPECT_EQ(Grids(), "");
+    }
+    EndAndStart();
+    EXPECT_EQ(host.boxes.size(), 2);
+}
+
+TEST_F(Session, TheEndIsAnOrderlyOneInAQuestionAndInARun) {
+    Run("mnuFileNew");
+    Type(1, 9);
+    for (auto* moment : {&host.onShow, &host.onYield}) {
+        *moment = [this] { main->EndNow(); };
+        if (moment == &host.onShow)
+            Run("mnuFileClose", MessageButton::Cancel);
+        else
+            Run("mnuHelpSolve", MessageButton::Ok);
+        EXPECT_TRUE(Kept());
+        EXPECT_FALSE(BusyGuard::Active());
+        *moment = {};
+        host.Expect(MessageButton::Yes);
+        EndAndStart();
+        EXPECT_EQ(State(1), "9|1|0");
+    }
+}
+
+TEST_F(Session, ItsManagerGetsTheUsersAnswer) {
+    Run("mnuFileNew");
+    Type(1, 9);
+    EXPECT_TRUE(main->CommitSession(false) && Kept());
+    host.Expect(MessageButton::Cancel);
+    EXPECT_FALSE(main->CommitSession(true));
+    host.Expect(MessageButton::No);
+    EXPECT_TRUE(main->CommitSession(true));
+    EXPECT_TRUE(Kept()) << "another program may still refuse to end the session";
+    Type(2, 8);
+    Run("mnuFileQuit", MessageButton::Cancel);
+    host.Expect(MessageButton::No);
+    EXPECT_TRUE(main->CommitSession(true));
+    Run("mnuFileQuit");  // as the toolkit does it then, without the question again
+    EXPECT_FALSE(main->isVisible());
+    host.Expect(MessageButton::Yes);
+    EndAndStart();
+    EXPECT_EQ(State(2), "8|1|0");
+    Run("mnuFileClose", MessageButton::No);
+}
+
+TEST_F(Session, AFileThatCannotComeBackIsNamed) {
+    fs::create_directories(host.PathOf("state/recovery/session-abc"));
+    for (const char* name : {"lock", "1.nx3"}) {
+        ScriptedHost::WriteFile(host.PathOf("state/recovery/session-abc/") + name, "damaged");
+    }
+    host.Expect(MessageButton::Ok);
+    EndAndStart();
+    EXPECT_TRUE(LastBox().ends_with("session-abc-1.nx3")) << LastBox();
+    EndAndStart();
 }
 
 }  // namespace

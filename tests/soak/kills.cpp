@@ -147,43 +147,4 @@ TEST(Kills, LoseNothingThatIsOlderThanTwoSeconds) {
     EXPECT_GT(back, kills / 2);
 }
 
-// ---- What keeping costs who plays.
-
-class Typing : public RunningProgram {
-  protected:
-    // Milliseconds for the slowest key of a second, the best of four seconds: somebody else's work is none of
-    // the program's.
-    double SlowestKey() const {
-        using Milliseconds = std::chrono::duration<double, std::milli>;
-        Milliseconds best(1e9);
-        for (std::size_t grid = 0; grid < 4; ++grid) {
-            Activate(grid);
-            Milliseconds slowest{};
-            for (int key = 0; key < 300; ++key) {
-                const nanoseconds start = Now();
-                Active().ctrlCells(1 + key % 81).DoSelect();
-                main->cmdValue_Click(key % 10);
-                ServeEvents();
-                slowest = std::max<Milliseconds>(slowest, Now() - start);
-                QTest::qSleep(3);
-            }
-            best = std::min(best, slowest);
-        }
-        return best.count();
-    }
-};
-
-TEST_F(Typing, NeverWaitsForWhatIsKept) {
-    host.AnswerAlways(MessageButton::No);
-    GridDocument longPlayed;
-    for (int step = 0; step < 100'000; ++step) longPlayed.RegUndo("1|0|0|0|1|5|0|0");
-    for (int n = 0; n < 10; ++n) main->mnuFileNew_Click();
-    const double fresh = SlowestKey();
-    for (const OpenGrid& grid : main->Grids()) grid->Document().Resume(longPlayed.Snapshot());
-    const double after = SlowestKey();
-    std::cout << "ten grids: the slowest key of the best second takes " << fresh
-              << " ms; with 100,000 steps in each " << after << " ms\n";
-    EXPECT_LT(after, fresh + 5);
-}
-
 }  // namespace
