@@ -32,10 +32,9 @@ TEST_F(Document, AnEntryIsTakenOrRefusedByCellDigitAndMode) {
     const std::tuple<const char*, int, EntryModes, const char*> cases[] = {
         {"0|0|8", 4, play, "4|0|8"},           {"0|0|8", 5, play, nullptr},
         {"0|0|8", 3, play, nullptr},           {"0|0|8", 5, hidden, "5|0|8"},
-        {"0|0|8", 3, hidden, "3|0|8"},         {"6|0|8", 0, play, "0|0|8"},
-        {"7|1|0", 4, hidden, nullptr},         {"7|1|0", 0, play, nullptr},
-        {"7|1|0", 4, initialisation, "4|1|0"}, {"0|0|0", 6, initialisation, "6|1|0"},
-        {"7|1|4", 0, initialisation, "0|0|4"}, {"0|0|0", 5, initialisation, nullptr}};
+        {"6|0|8", 0, play, "0|0|8"},           {"7|1|0", 4, hidden, nullptr},
+        {"7|1|0", 0, play, nullptr},           {"7|1|4", 0, initialisation, "0|0|4"},
+        {"0|0|0", 6, initialisation, "6|1|0"}, {"0|0|0", 5, initialisation, nullptr}};
     for (const auto& [before, digit, modes, after] : cases) {
         GridDocument fresh;
         Set(fresh, 9, "5|0|0");

@@ -1,5 +1,6 @@
 #include "document/UndoHistory.h"
 
+#include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <random>
@@ -49,14 +50,13 @@ TEST(UndoHistory, EqualsAPlainListHoweverLongAndCopiesStayAsTheyWere) {
 TEST(UndoHistory, ACopyCostsNothingHoweverLong) {
     UndoHistory history;
     for (int number = 0; number < 100'000; ++number) history.Register(NewStep(number));
-    const auto copyIsQuick = [&] {
+    auto best = std::chrono::steady_clock::duration::max();
+    for (int attempt = 0; attempt < 100; ++attempt) {
         const auto start = std::chrono::steady_clock::now();
         const UndoHistory copy = history;
-        return copy.CanUndo() && std::chrono::steady_clock::now() - start < std::chrono::microseconds(500);
-    };
-    bool quick = false;
-    for (int attempt = 0; attempt < 100 && !quick; ++attempt) quick = copyIsQuick();
-    EXPECT_TRUE(quick);
+        best = std::min(best, std::chrono::steady_clock::now() - start);
+    }
+    EXPECT_LT(best, std::chrono::microseconds(500));
 }
 
 }  // namespace

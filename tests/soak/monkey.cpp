@@ -145,10 +145,9 @@ class Monkey : public Promises, private QObject, private Chance {
 
     void TypeShortcut() {
         const Command command = OneOf(Commands());
-        if (command.name == std::string("mnuFileQuit") && !OnceIn(4)) return;
-        for (const QKeyCombination key : command.keys) {
-            if (key != QKeyCombination()) Press(key);
-        }
+        const QKeyCombination key = OnceIn(8) ? command.keys[1] : command.keys[0];
+        const bool quits = command.name == std::string("mnuFileQuit") && !OnceIn(4);
+        if (key != QKeyCombination() && !quits) Press(key);
     }
 
     // On a tool, a button of the palette or a cell.
