@@ -89,6 +89,7 @@ class wMain : public QMainWindow, public MainFrame {
     void mnuHelpAbout_Click();
     void cmdValue_Click(int index) override;
     void cmdMask_Click(int index);
+    void ToggleCandidate(int digit) override;
 
     // ---- What follows from a mode's new state.
     void MasksHiddenChanged();
@@ -121,6 +122,9 @@ class wMain : public QMainWindow, public MainFrame {
     // Every grid takes the colours of the shared table.
     void Recolor();
     void WriteFirstSettings();
+
+    // The current cell, if there is one, shows what the beep tells.
+    void Refuse() const;
 
     void MDIForm_Resize();
     bool MDIForm_QueryUnload();

@@ -48,12 +48,10 @@ void wMain::UpdateColors() {
 void wMain::cmdValue_Click(int index) {
     Trap("wMain", "cmdValue_Click", [&] {
         const ctrlCell* cell = Cell();
-        if (!cell) return platform::TheHost().messages->Beep();
+        if (!cell) return Refuse();
         wGrid& grid = *cell->ParentGrid();
         const EntryModes modes{InitialisationMode(), MasksHidden()};
-        if (!grid.Document().EnterValue(cell->mCell()->GridIndex(), index, modes)) {
-            return platform::TheHost().messages->Beep();
-        }
+        if (!grid.Document().EnterValue(cell->mCell()->GridIndex(), index, modes)) return Refuse();
         grid.ShowCells();
         grid.SetFocus();
     });
@@ -62,9 +60,21 @@ void wMain::cmdValue_Click(int index) {
 void wMain::cmdMask_Click(int index) {
     Trap("wMain", "cmdMask_Click", [&] {
         const ctrlCell* cell = Cell();
-        if (!cell) return platform::TheHost().messages->Beep();
+        if (!cell) return Refuse();
         wGrid& grid = *cell->ParentGrid();
         grid.Document().SwitchExclusion(cell->mCell()->GridIndex(), index);
         grid.ShowCells();
     });
+}
+
+void wMain::ToggleCandidate(int digit) {
+    Trap("wMain", "ToggleCandidate", [&] {
+        if (digit != 0 && !palette_->cmdMask(digit).isEnabled()) return Refuse();
+        cmdMask_Click(digit);
+    });
+}
+
+void wMain::Refuse() const {
+    platform::TheHost().messages->Beep();
+    if (const ctrlCell* cell = Cell()) cell->ParentGrid()->FlashRefusal();
 }

@@ -22,11 +22,13 @@ class FakeFrame : public MainFrame {
     ctrlCell* Cell() const override { return cell; }
     void Cell(ctrlCell* current) override { cell = current; }
     void cmdValue_Click(int index) override { entered.push_back(index); }
+    void ToggleCandidate(int digit) override { toggled.push_back(digit); }
     void UpdateColors() override {}
     void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
 
     ctrlCell* cell = nullptr;
     std::vector<int> entered;
+    std::vector<int> toggled;
 };
 
 // A shown grid window, closed without a question at the end.

@@ -25,22 +25,39 @@ class CellView : public testing::Test {
     std::unique_ptr<ctrlCell> view;
 };
 
-TEST_F(CellView, KeysAreReportedByMeaningAndByTypedText) {
-    // Key, modifiers, text; "code of KeyDown" and, if there is one, "code of Keypress".
-    const std::tuple<int, Qt::KeyboardModifiers, const char*, const char*> presses[] = {
-        {Qt::Key_Eacute, Qt::ShiftModifier, "2", "0 50"},  // the upper row types accents
-        {Qt::Key_Eacute, Qt::NoModifier, "é", "0 233"},
-        {Qt::Key_1, Qt::ControlModifier, "1", "0"},
-        {Qt::Key_1, Qt::ControlModifier | Qt::AltModifier, "1", "0 49"},
-        {Qt::Key_Left, Qt::KeypadModifier, "", "37"},
-        {Qt::Key_Delete, Qt::NoModifier, "\x7f", "46 127"}};
+// The digits of a French keyboard stand behind Shift; the row's keys are scan codes 10 to 19 all the same.
+TEST_F(CellView, KeysAreReportedByMeaningByTypedTextAndByPlace) {
+    using Qt::Key_Ampersand, Qt::Key_Eacute, Qt::Key_Agrave;
+    // Key, scan code, modifiers, text; k: KeyDown and its shift state, p: Keypress, c: CandidateChosen.
+    const std::tuple<int, int, Qt::KeyboardModifiers, const char*, const char*> presses[] = {
+        {Key_Eacute, 11, Qt::ShiftModifier, "2", "k0/1 p50"},
+        {Key_Eacute, 11, Qt::NoModifier, "é", "k0/0 p50"},
+        {Qt::Key_At, 11, Qt::ShiftModifier, "@", "k0/1 p64"},
+        {Key_Ampersand, 10, Qt::ControlModifier, "&", "k0/2 c1"},
+        {Key_Agrave, 19, Qt::ControlModifier, "", "k0/2 c0"},
+        {Qt::Key_9, 81, Qt::ControlModifier | Qt::KeypadModifier, "9", "k0/2 c9"},
+        {Qt::Key_1, 10, Qt::AltModifier, "1", "k0/4"},
+        {Key_Ampersand, 10, Qt::MetaModifier, "&", "k0/0"},
+        {Qt::Key_1, 10, Qt::ControlModifier | Qt::AltModifier, "1", "k0/6"},
+        {Qt::Key_A, 24, Qt::ControlModifier, "\x01", "k0/2"},
+        {Qt::Key_5, 84, Qt::KeypadModifier, "5", "k0/0 p53"},
+        {Qt::Key_twosuperior, 49, Qt::NoModifier, "²", "k0/0 p178"},
+        {Qt::Key_Left, 83, Qt::KeypadModifier, "", "k37/0"},
+        {Qt::Key_Backspace, 22, Qt::NoModifier, "\b", "k8/0 p8"},
+        {Qt::Key_End, 115, Qt::ControlModifier, "", "k35/2"}};
     std::string reported;
-    QObject::connect(view.get(), &ctrlCell::KeyDown, [&](int code) { reported += std::to_string(code); });
-    QObject::connect(view.get(), &ctrlCell::Keypress,
-                     [&](int key) { reported += " " + std::to_string(key); });
-    for (const auto& [key, modifiers, text, expected] : presses) {
+    const auto report = [&reported](const char* what, int code) {
+        reported += (reported.empty() ? "" : " ") + std::string(what) + std::to_string(code);
+    };
+    QObject::connect(view.get(), &ctrlCell::KeyDown, [&](int code, int shift) {
+        report("k", code);
+        reported += "/" + std::to_string(shift);
+    });
+    QObject::connect(view.get(), &ctrlCell::Keypress, [&](int key) { report("p", key); });
+    QObject::connect(view.get(), &ctrlCell::CandidateChosen, [&](int digit) { report("c", digit); });
+    for (const auto& [key, scanCode, modifiers, text, expected] : presses) {
         reported.clear();
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, QString::fromUtf8(text));
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, quint32(scanCode), 0, 0, QString::fromUtf8(text));
         QApplication::sendEvent(view.get(), &event);
         EXPECT_EQ(reported, expected) << text;
     }

@@ -29,29 +29,76 @@ TEST_F(Grid, ACellIsChosenByMouseTabArrowsAndKeys) {
     }
     QTest::mouseClick(grid->childAt(grid->ctrlCells(31).geometry().topLeft()), Qt::LeftButton);
     expectChosen(31);  // through the line that lies above it
-    QTest::mouseClick(&grid->ctrlCells(1), Qt::RightButton);
-    expectChosen(31);
     QApplication::setActiveWindow(grid);
-    grid->ctrlCells(5).setFocus(Qt::TabFocusReason);
-    expectChosen(5);
-    const std::tuple<int, Qt::Key, int> moves[] = {
-        {41, Qt::Key_Right, 42}, {41, Qt::Key_Left, 40}, {41, Qt::Key_Down, 50}, {41, Qt::Key_Up, 32},
-        {9, Qt::Key_Right, 9},   {10, Qt::Key_Left, 10}, {5, Qt::Key_Up, 5},     {77, Qt::Key_Down, 77}};
-    for (const auto& [from, key, to] : moves) {
+    for (const auto reason : {Qt::OtherFocusReason, Qt::TabFocusReason}) {
+        grid->ctrlCells(5 + reason).setFocus(reason);
+        expectChosen(5 + reason);
+    }
+    for (const int i : {3, 9, 40, 45}) Set(i, "5|1|0");
+    constexpr auto none = Qt::NoModifier, control = Qt::ControlModifier, alt = Qt::AltModifier;
+    const std::tuple<int, Qt::Key, Qt::KeyboardModifier, int> moves[] = {
+        {41, Qt::Key_Right, none, 42},    {41, Qt::Key_Left, none, 40},   {41, Qt::Key_Down, none, 50},
+        {41, Qt::Key_Up, none, 32},       {9, Qt::Key_Right, none, 9},    {10, Qt::Key_Left, none, 10},
+        {5, Qt::Key_Up, none, 5},         {77, Qt::Key_Down, none, 77},   {41, Qt::Key_Left, control, 39},
+        {44, Qt::Key_Right, control, 44}, {1, Qt::Key_Down, control, 10}, {12, Qt::Key_Up, control, 12},
+        {41, Qt::Key_Home, none, 37},     {41, Qt::Key_End, none, 45},    {41, Qt::Key_Home, control, 1},
+        {41, Qt::Key_End, control, 81},   {41, Qt::Key_Right, alt, 41}};
+    for (const auto& [from, key, modifier, to] : moves) {
         QTest::mouseClick(&grid->ctrlCells(from), Qt::LeftButton);
-        QTest::keyClick(grid->focusWidget(), key);
+        QTest::keyClick(grid->focusWidget(), key, modifier);
         expectChosen(to);
         EXPECT_EQ(grid->focusWidget(), frame.cell);
     }
+}
+
+TEST_F(Grid, TheTabKeyLeavesItForTheNextControlAndComesBackToTheCurrentCell) {
+    QWidget window;
+    QLineEdit before(&window);
+    grid->setParent(&window);
+    QLineEdit after(&window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    grid->ctrlCells(41).setFocus();
+    for (const auto& [key, other] : {std::pair{Qt::Key_Tab, &after}, {Qt::Key_Backtab, &before}}) {
+        QTest::keyClick(window.focusWidget(), key);
+        EXPECT_EQ(window.focusWidget(), other);
+        QTest::keyClick(other, key == Qt::Key_Tab ? Qt::Key_Backtab : Qt::Key_Tab);
+        EXPECT_EQ(window.focusWidget(), &grid->ctrlCells(41));
+    }
+    grid->setParent(nullptr);
+}
+
+TEST_F(Grid, CandidatesAreExcludedByRightClickAndEnteredByDoubleClick) {
+    Set(1, "7|0|0");
+    Set(31, "0|0|4");  // 2 is excluded
+    const auto at = [this](int cell, int digit) {
+        const QSize size = grid->ctrlCells(cell).size();
+        return QPoint((2 * ((digit - 1) % 3) + 1) * size.width() / 6,
+                      (2 * ((digit - 1) / 3) + 1) * size.height() / 6);
+    };
+    for (const int digit : {2, 9}) {  // one that is not on view comes back
+        QTest::mouseClick(&grid->ctrlCells(31), Qt::RightButton, {}, at(31, digit));
+        EXPECT_EQ(frame.cell, &grid->ctrlCells(31));
+    }
+    QTest::mouseClick(&grid->ctrlCells(31), Qt::RightButton, {}, at(31, 4));
+    QTest::mouseDClick(&grid->ctrlCells(31), Qt::RightButton, {}, at(31, 4));  // comes as the second click
+    QTest::mouseClick(&grid->ctrlCells(1), Qt::RightButton, {}, at(1, 9));
+    EXPECT_EQ(frame.cell, &grid->ctrlCells(1)) << "a value has no candidates";
+    QTest::keyClick(&grid->ctrlCells(1), Qt::Key_3, Qt::ControlModifier);
+    EXPECT_EQ(frame.toggled, (std::vector<int>{2, 9, 4, 4, 3})) << "quick clicks are two";
+    for (const int digit : {2, 7, 5}) {
+        QTest::mouseDClick(&grid->ctrlCells(31), Qt::LeftButton, {}, at(31, digit));
+    }
+    EXPECT_EQ(frame.entered, (std::vector<int>{7, 5}));
 }
 
 TEST_F(Grid, OnlyDigitsAndDeleteEnterSomething) {
     QTest::keyClicks(&grid->ctrlCells(7), "0a1 9-");
     EXPECT_EQ(frame.cell, &grid->ctrlCells(7)) << "the cell that is typed into is the current one";
     for (const int typed : {0xE9, 0x661, '9' + 1}) emit grid->ctrlCells(5).Keypress(typed);
-    QTest::keyClick(grid->focusWidget(), Qt::Key_Delete);
+    for (const auto key : {Qt::Key_Delete, Qt::Key_Backspace}) QTest::keyClick(grid->focusWidget(), key);
     QTest::keyClick(grid->focusWidget(), Qt::Key_5, Qt::KeypadModifier);
-    EXPECT_EQ(frame.entered, (std::vector<int>{1, 9, 0, 5}));
+    EXPECT_EQ(frame.entered, (std::vector<int>{1, 9, 0, 0, 5}));
 }
 
 // ---- History.

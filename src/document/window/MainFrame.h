@@ -21,6 +21,9 @@ class MainFrame {
 
     // Value entry: 1..9 puts the digit into the current cell, 0 clears it; a refused digit beeps.
     virtual void cmdValue_Click(int index) = 0;
+    // Excludes digit 1..9 from the current cell or readmits it, 0 readmits all; beeps where the palette's
+    // button is of no use.
+    virtual void ToggleCandidate(int digit) = 0;
     // The palette shows the current cell's state again; for changes made behind its back.
     virtual void UpdateColors() = 0;
 

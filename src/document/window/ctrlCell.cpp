@@ -11,16 +11,14 @@
 #include "diagnostics/ErrorHandling.h"
 #include "document/window/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
+#include "platform/qt/Contrast.h"
+#include "platform/qt/NumberRow.h"
 #include "platform/qt/QtHost.h"
 #include "printing/CandidatePlaces.h"
 
 namespace {
 
-constexpr double valueRatio = 0.8;        // of the view's height
-constexpr double maskRatio = 1.0 / 12.0;  // of the view's height
-// Below this many pixels nobody reads a candidate, so a view of ordinary size draws its candidates larger
-// than the ratio says, as far as three rows of them fit.
-constexpr double legibleMask = 11;
+constexpr int flashTime = 90;  // milliseconds
 
 QFont DigitFont(double pixelSize) {
     QFont font(QStringLiteral("Arial"));
@@ -28,8 +26,8 @@ QFont DigitFont(double pixelSize) {
     return font;
 }
 
-void PaintLabel(QPainter& painter, const CellLabel& label) {
-    painter.setPen(label.color);
+void PaintLabel(QPainter& painter, const CellLabel& label, const QColor& background) {
+    painter.setPen(platform_qt::Legible(label.color, background));
     painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
 }
 
@@ -43,16 +41,23 @@ int KeyCodeOf(int key) {
             return KeyCode::Right;
         case Qt::Key_Down:
             return KeyCode::Down;
+        case Qt::Key_Home:
+            return KeyCode::Home;
+        case Qt::Key_End:
+            return KeyCode::End;
         case Qt::Key_Delete:
             return KeyCode::Delete;
+        case Qt::Key_Backspace:
+            return KeyCode::Backspace;
         default:
             return 0;
     }
 }
 
 int ShiftStateOf(Qt::KeyboardModifiers modifiers) {
-    return (modifiers & Qt::ShiftModifier ? 1 : 0) | (modifiers & Qt::ControlModifier ? 2 : 0) |
-           (modifiers & Qt::AltModifier ? 4 : 0);
+    return (modifiers & Qt::ShiftModifier ? ShiftState::Shift : 0) |
+           (modifiers & Qt::ControlModifier ? ShiftState::Control : 0) |
+           (modifiers & Qt::AltModifier ? ShiftState::Alt : 0);
 }
 
 }  // namespace
@@ -60,7 +65,7 @@ int ShiftStateOf(Qt::KeyboardModifiers modifiers) {
 ctrlCell::ctrlCell(QWidget* parent, const ColorTable::Colors& colors)
     : QWidget(parent), backColor_(platform_qt::FromLowRed(colors[0])) {
     InstallCellAccessibility();
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     lockedColor_ = platform_qt::FromLowRed(colors[3]);
     unlockedColor_ = platform_qt::FromLowRed(colors[4]);
@@ -89,6 +94,26 @@ void ctrlCell::mCell(clsCell* cell) {
 void ctrlCell::BackColor(const QColor& color) {
     if (backColor_ == color) return;
     backColor_ = color;
+    update();
+}
+
+void ctrlCell::Current(bool current) {
+    if (current_ == current) return;
+    current_ = current;
+    flashes_ = 0;
+    update();
+}
+
+void ctrlCell::Flash() {
+    flashes_ = 3;
+    tmrFlash_.start(flashTime, this);
+    update();
+}
+
+void ctrlCell::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != tmrFlash_.timerId()) return QWidget::timerEvent(event);
+    if (flashes_ > 0) --flashes_;
+    if (flashes_ == 0) tmrFlash_.stop();
     update();
 }
 
@@ -191,46 +216,89 @@ void ctrlCell::ShowValue(std::uint8_t value) {
     AnnounceCellChange(*this);
 }
 
-void ctrlCell::Relocate() {
-    const double w = width();
-    const double h = height();
-    lblValue_.pixelSize = valueRatio * h;
-    lblValue_.place = QRectF(0, 0, w, h);
+void ctrlCell::DigitSizes(double value, double candidate) {
+    lblValue_.pixelSize = value;
+    for (CellLabel& label : lblMask_) label.pixelSize = candidate;
+    Relocate();
+    update();
+}
 
-    const double maskSize = std::max(maskRatio * h, std::min(legibleMask, h / 4));
-    const auto places = CandidatePlaces(lblValue_.place, QFontMetricsF(DigitFont(maskSize)));
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        lblMask_[i].pixelSize = maskSize;
-        lblMask_[i].place = places[i];
-    }
+void ctrlCell::Relocate() {
+    lblValue_.place = QRectF(rect());
+    const auto places =
+        CandidatePlaces(lblValue_.place, QFontMetricsF(DigitFont(lblMask_.front().pixelSize)));
+    for (std::size_t i = 0; i < places.size(); ++i) lblMask_[i].place = places[i];
+}
+
+int ctrlCell::CandidateAt(const QPointF& point) const {
+    const auto third = [](double place, int side) {
+        return std::clamp(static_cast<int>(3 * place / std::max(1, side)), 0, 2);
+    };
+    return 3 * third(point.y(), height()) + third(point.x(), width()) + 1;
 }
 
 void ctrlCell::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), backColor_);
+    if (current_) PaintFrame(painter);
     if (lblValue_.visible && !lblValue_.text.isEmpty()) {
         painter.setFont(DigitFont(lblValue_.pixelSize));
-        PaintLabel(painter, lblValue_);
+        PaintLabel(painter, lblValue_, backColor_);
     }
     painter.setFont(DigitFont(lblMask_.front().pixelSize));
     for (const CellLabel& label : lblMask_) {
-        if (label.visible) PaintLabel(painter, label);
+        if (label.visible) PaintLabel(painter, label, backColor_);
     }
 }
 
-void ctrlCell::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
-    emit Click();
+// Inside the lines, which lie over the cell's edges.
+void ctrlCell::PaintFrame(QPainter& painter) const {
+    const int side = std::min(width(), height());
+    const bool flash = flashes_ % 2 == 1;
+    const double inset = side < 40 ? 2 : 3;
+    const double thickness = std::clamp(side / 24, 1, 4) * (flash ? 2 : 1);
+    const QColor ink = flash ? QColor(0xC0, 0, 0) : QColor(0x10, 0x38, 0x80);
+    QPen pen(platform_qt::Legible(ink, backColor_, platform_qt::ShapeContrast), thickness,
+             hasFocus() || flash ? Qt::SolidLine : Qt::DotLine, Qt::FlatCap, Qt::MiterJoin);
+    painter.setPen(pen);
+    const double middle = inset + thickness / 2;
+    painter.drawRect(QRectF(rect()).adjusted(middle, middle, -middle, -middle));
 }
 
+void ctrlCell::mousePressEvent(QMouseEvent* event) {
+    const bool right = event->button() == Qt::RightButton;
+    if (event->button() != Qt::LeftButton && !right) return QWidget::mousePressEvent(event);
+    emit Click();
+    if (right && lblValue_.text.isEmpty()) {
+        Trap("ctrlCell", "UserControl_MouseDown",
+             [&] { emit CandidateChosen(CandidateAt(event->position())); });
+    }
+}
+
+// A candidate on view that is clicked twice is entered.
+void ctrlCell::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+    const int digit = CandidateAt(event->position());
+    if (event->button() != Qt::LeftButton || !Mask(digit)) return;
+    Trap("ctrlCell", "UserControl_DblClick", [&] { emit Keypress('0' + digit); });
+}
+
+// The typed text comes first. Layouts that have their digits behind Shift enter them without it all the
+// same, by the place of the key.
 void ctrlCell::keyPressEvent(QKeyEvent* event) {
     Trap("ctrlCell", "UserControl_KeyDown",
          [&] { emit KeyDown(KeyCodeOf(event->key()), ShiftStateOf(event->modifiers())); });
-    // The typed text, not the key: digits come out of the keypad and of every keyboard layout alike.
-    const bool command =
-        (event->modifiers() & Qt::ControlModifier) && !(event->modifiers() & Qt::AltModifier);
-    if (event->text().isEmpty() || command) return;
-    const char16_t typed = event->text().front().unicode();
+    const Qt::KeyboardModifiers held = event->modifiers() & ~Qt::KeypadModifier;
+    if (held & (Qt::AltModifier | Qt::MetaModifier)) return;
+    if (held & Qt::ControlModifier) {
+        const int digit = platform_qt::DigitKey(*event);
+        if (digit >= 0) Trap("ctrlCell", "UserControl_KeyDown", [&] { emit CandidateChosen(digit); });
+        return;
+    }
+    int digit = platform_qt::TypedDigit(*event);
+    if (digit < 0 && !held) digit = platform_qt::DigitKey(*event);
+    if (digit < 0 && event->text().isEmpty()) return;
+    const int typed = digit >= 0 ? '0' + digit : event->text().front().unicode();
     Trap("ctrlCell", "UserControl_KeyPress", [&] { emit Keypress(typed); });
 }
 
@@ -238,8 +306,8 @@ void ctrlCell::resizeEvent(QResizeEvent* /*event*/) {
     Trap("ctrlCell", "UserControl_Resize", [this] { Relocate(); });
 }
 
+// Whatever brings the keyboard here makes this the current cell.
 void ctrlCell::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    // Walking through the cells with the Tab key selects them as the arrows do.
-    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) emit Click();
+    if (!current_) emit Click();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QColor>
 #include <QRectF>
 #include <QString>
@@ -9,17 +10,28 @@
 
 #include "settings/ColorTable.h"
 
+class QPainter;
 class clsCell;
 class wGrid;
 
 // The classic key codes that KeyDown speaks of; every other key is 0.
 namespace KeyCode {
+inline constexpr int Backspace = 8;
+inline constexpr int End = 35;
+inline constexpr int Home = 36;
 inline constexpr int Left = 37;
 inline constexpr int Up = 38;
 inline constexpr int Right = 39;
 inline constexpr int Down = 40;
 inline constexpr int Delete = 46;
 }  // namespace KeyCode
+
+// What KeyDown's shift state is the sum of.
+namespace ShiftState {
+inline constexpr int Shift = 1;
+inline constexpr int Control = 2;
+inline constexpr int Alt = 4;
+}  // namespace ShiftState
 
 // A place where a cell view paints a digit. Pixels are relative to the view.
 struct CellLabel {
@@ -49,6 +61,13 @@ class ctrlCell : public QWidget {
     QColor BackColor() const { return backColor_; }
     void BackColor(const QColor& color);
 
+    // The current cell has a frame, closed while it has the keyboard, broken while it has not. It is told
+    // apart without its colour.
+    bool Current() const { return current_; }
+    void Current(bool current);
+    // The frame of the current cell flashes: what was asked of the cell is refused.
+    void Flash();
+
     // 0 and false without a cell. Writing Value without a cell raises error 0x80040001.
     std::uint8_t Value() const;
     void Value(std::uint8_t value);
@@ -59,6 +78,10 @@ class ctrlCell : public QWidget {
     // until the next ManageMasks.
     bool Mask(int d) const;
     void Mask(int d, bool visible);
+
+    // The sizes of value and candidates, in pixels; the same for all cells of a window, whose own sizes
+    // differ by a pixel.
+    void DigitSizes(double value, double candidate);
 
     // True hides all candidates from the next ManageMasks on.
     bool NoMask() const { return noMask_; }
@@ -80,21 +103,29 @@ class ctrlCell : public QWidget {
 
   signals:
     void Click();
-    // Every key, by its KeyCode.
+    // Every key, by its KeyCode and ShiftState.
     void KeyDown(int keyCode, int shift);
+    // What was typed, digits of every keyboard as '0' to '9'.
     void Keypress(int keyAscii);
+    // Candidate 1..9 was chosen to be excluded or readmitted; 0: all are to be readmitted.
+    void CandidateChosen(int digit);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
     void mCell_Change(std::uint8_t value);
     void ShowValue(std::uint8_t value);
     void Relocate();
+    // The candidate 1..9 in whose ninth of the view the point lies.
+    int CandidateAt(const QPointF& point) const;
+    void PaintFrame(QPainter& painter) const;
 
     clsCell* cell_ = nullptr;
     wGrid* parentGrid_ = nullptr;
@@ -105,4 +136,7 @@ class ctrlCell : public QWidget {
     QColor unlockedColor_;
     bool noMask_ = false;
     bool showsGiven_ = false;
+    bool current_ = false;
+    int flashes_ = 0;  // changes of the frame that are still to come
+    QBasicTimer tmrFlash_;
 };

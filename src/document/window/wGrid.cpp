@@ -1,8 +1,10 @@
 #include "document/window/wGrid.h"
 
 #include <QCloseEvent>
+#include <QFontInfo>
 #include <QPalette>
 #include <QResizeEvent>
+#include <algorithm>
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
@@ -11,6 +13,7 @@
 #include "document/window/MainFrame.h"
 #include "document/window/ctrlCell.h"
 #include "platform/qt/QtHost.h"
+#include "printing/CandidatePlaces.h"
 
 namespace {
 
@@ -18,6 +21,16 @@ void Recolor(QWidget& widget, const QColor& color) {
     QPalette palette = widget.palette();
     palette.setColor(QPalette::Window, color);
     widget.setPalette(palette);
+}
+
+constexpr double valueRatio = 0.8;   // of a cell's height
+constexpr double widestValue = 1.6;  // of its width, so that a digit stays inside
+
+// A twelfth of the height, but never smaller than the desktop's own text as far as three rows and columns of
+// it fit.
+double CandidateSize(const QSizeF& cell, double legible) {
+    const double fits = std::min(cell.height() / 4, cell.width() / 2.2);
+    return std::max(cell.height() / 12, std::min(legible, fits));
 }
 
 QWidget* MakeBar(QWidget* parent, const QString& name) {
@@ -51,10 +64,14 @@ void wGrid::Form_Load() {
         cell->setObjectName(QStringLiteral("ctrlCells(%1)").arg(i));
         cell->ParentGrid(this);
         connect(cell, &ctrlCell::Click, this, [this, i] { ctrlCells_Click(i); });
-        connect(cell, &ctrlCell::KeyDown, this, [this, i](int code) { ctrlCells_KeyDown(i, code); });
+        connect(cell, &ctrlCell::KeyDown, this,
+                [this, i](int code, int shift) { ctrlCells_KeyDown(i, code, shift); });
         connect(cell, &ctrlCell::Keypress, this, [this, i](int code) { ctrlCells_Keypress(i, code); });
+        connect(cell, &ctrlCell::CandidateChosen, this,
+                [this, i](int digit) { ctrlCells_CandidateChosen(i, digit); });
         cells_[static_cast<std::size_t>(i - 1)] = cell;
     }
+    cells_.front()->setFocusPolicy(Qt::StrongFocus);
     document_->NoAutoMask(frame_.ManualMasks());
     const bool hidden = frame_.MasksHidden();
     for (int i = 1; i <= 81; ++i) {
@@ -144,6 +161,10 @@ void wGrid::SetFocus() {
     cell->setFocus();
 }
 
+void wGrid::FlashRefusal() {
+    if (currentCell_) currentCell_->Flash();
+}
+
 void wGrid::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     Trap("wGrid", "Form_Resize", [this] { Form_Resize(); });
@@ -151,7 +172,13 @@ void wGrid::resizeEvent(QResizeEvent* event) {
 
 void wGrid::Form_Resize() {
     const QColor lines = platform_qt::FromLowRed(ColorTable::FromSettings()[2]);
-    for (int i = 1; i <= 81; ++i) ctrlCells(i).setGeometry(GridLayout::CellPlace(i, size()));
+    const QSizeF cell = QSizeF(size()) / 9;
+    const double value = std::min(valueRatio * cell.height(), widestValue * cell.width());
+    const double candidate = CandidateSize(cell, QFontInfo(font()).pixelSize());
+    for (int i = 1; i <= 81; ++i) {
+        ctrlCells(i).setGeometry(GridLayout::CellPlace(i, size()));
+        ctrlCells(i).DigitSizes(value, candidate);
+    }
     for (int k = 0; k <= 9; ++k) {
         QWidget* vertical = picV_[static_cast<std::size_t>(k)];
         QWidget* horizontal = picH_[static_cast<std::size_t>(k)];
@@ -159,6 +186,14 @@ void wGrid::Form_Resize() {
         horizontal->setGeometry(GridLayout::HorizontalBar(k, size()));
         Recolor(*vertical, lines);
         Recolor(*horizontal, lines);
+    }
+}
+
+// The smallest digits are as large as the desktop's text.
+void wGrid::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && cells_.back()) {
+        Trap("wGrid", "Form_Resize", [this] { Form_Resize(); });
     }
 }
 
@@ -177,35 +212,68 @@ void wGrid::Unload() {
 void wGrid::ctrlCells_Click(int index) {
     Trap("wGrid", "ctrlCells_Click", [&] {
         const ColorTable::Colors colors = ColorTable::FromSettings();
-        for (ctrlCell* cell : cells_) cell->BackColor(platform_qt::FromLowRed(colors[0]));
         ctrlCell& clicked = ctrlCells(index);
-        clicked.BackColor(platform_qt::FromLowRed(colors[1]));
+        for (ctrlCell* cell : cells_) {
+            const bool current = cell == &clicked;
+            cell->BackColor(platform_qt::FromLowRed(colors[current ? 1 : 0]));
+            cell->Current(current);
+            // The grid is one stop of the Tab key.
+            cell->setFocusPolicy(current ? Qt::StrongFocus : Qt::ClickFocus);
+        }
         currentCell_ = &clicked;
         clicked.setFocus();
         frame_.Cell(&clicked);
     });
 }
 
-void wGrid::ctrlCells_KeyDown(int index, int keyCode) {
+void wGrid::ctrlCells_KeyDown(int index, int keyCode, int shift) {
     Trap("wGrid", "ctrlCells_KeyDown", [&] {
-        if (keyCode == 0) return;
+        if (keyCode == 0 || (shift & ShiftState::Alt)) return;
         const ctrlCell* current = frame_.Cell();
         // Before any cell was chosen the keys begin at the one that has the keyboard.
         if (!current || current->ParentGrid() != this) return ctrlCells_Click(index);
         const int from = current->mCell()->GridIndex();
-        const int column = current->mCell()->Col();
-        const int row = current->mCell()->Row();
-        if (keyCode == KeyCode::Delete) return frame_.cmdValue_Click(0);
-        if (keyCode == KeyCode::Right && column < 9) return MoveTo(from + 1);
-        if (keyCode == KeyCode::Left && column >= 2) return MoveTo(from - 1);
-        if (keyCode == KeyCode::Down && row < 9) return MoveTo(from + 9);
-        if (keyCode == KeyCode::Up && row >= 2) return MoveTo(from - 9);
+        const bool control = (shift & ShiftState::Control) != 0;
+        int to = 0;
+        switch (keyCode) {
+            case KeyCode::Delete:
+            case KeyCode::Backspace:
+                return frame_.cmdValue_Click(0);
+            case KeyCode::Right:
+                to = StepFrom(from, 0, 1, control);
+                break;
+            case KeyCode::Left:
+                to = StepFrom(from, 0, -1, control);
+                break;
+            case KeyCode::Down:
+                to = StepFrom(from, 1, 0, control);
+                break;
+            case KeyCode::Up:
+                to = StepFrom(from, -1, 0, control);
+                break;
+            case KeyCode::Home:
+                to = control ? 1 : (from - 1) / 9 * 9 + 1;
+                break;
+            case KeyCode::End:
+                to = control ? 81 : (from - 1) / 9 * 9 + 9;
+                break;
+            default:
+                break;
+        }
+        if (to != 0) ctrlCells(to).DoSelect();
     });
 }
 
-void wGrid::MoveTo(int index) {
-    ctrlCells(index).setFocus();
-    ctrlCells(index).DoSelect();
+int wGrid::StepFrom(int index, int rows, int columns, bool toEmpty) const {
+    int row = (index - 1) / 9;
+    int column = (index - 1) % 9;
+    do {
+        row += rows;
+        column += columns;
+        if (row < 0 || row > 8 || column < 0 || column > 8) return 0;
+        index = row * 9 + column + 1;
+    } while (toEmpty && ctrlCells(index).Value() != 0);
+    return index;
 }
 
 void wGrid::ctrlCells_Keypress(int index, int keyAscii) {
@@ -213,5 +281,13 @@ void wGrid::ctrlCells_Keypress(int index, int keyAscii) {
         ctrlCell& pressed = ctrlCells(index);
         if (&pressed != frame_.Cell()) pressed.DoSelect();
         if (keyAscii >= '1' && keyAscii <= '9') frame_.cmdValue_Click(keyAscii - '0');
+    });
+}
+
+void wGrid::ctrlCells_CandidateChosen(int index, int digit) {
+    Trap("wGrid", "ctrlCells_CandidateChosen", [&] {
+        ctrlCell& chosen = ctrlCells(index);
+        if (&chosen != frame_.Cell()) chosen.DoSelect();
+        frame_.ToggleCandidate(digit);
     });
 }

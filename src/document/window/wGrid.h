@@ -64,8 +64,10 @@ class wGrid : public QWidget {
     bool AskBeforeUnload();
     // The window was closed and only waits for the event loop to delete it. See OpenGrid.
     bool Closed() const { return closed_; }
-    // The keyboard goes to the current cell.
+    // The keyboard goes to the current cell, at first to cell 1.
     void SetFocus();
+    // The current cell shows that something was refused.
+    void FlashRefusal();
 
     // The view of cell 1..81. Error 9 out of bounds.
     ctrlCell& ctrlCells(int index) const;
@@ -77,6 +79,7 @@ class wGrid : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
@@ -88,9 +91,12 @@ class wGrid : public QWidget {
     void ShowCaption();
 
     void ctrlCells_Click(int index);
-    void ctrlCells_KeyDown(int index, int keyCode);
+    void ctrlCells_KeyDown(int index, int keyCode, int shift);
     void ctrlCells_Keypress(int index, int keyAscii);
-    void MoveTo(int index);
+    void ctrlCells_CandidateChosen(int index, int digit);
+    // Moves by rows and columns, as far as the grid goes; 0 when it does not. With `toEmpty` on to the next
+    // empty cell.
+    int StepFrom(int index, int rows, int columns, bool toEmpty) const;
     void StepInHistory(bool possible, int (GridDocument::*step)(), const char* refusal);
 
     MainFrame& frame_;

@@ -95,7 +95,7 @@ void wGrid::StepInHistory(bool possible, int (GridDocument::*step)(), const char
     }
     const int changed = ((*document_).*step)();
     ShowCells();
-    if (changed != 0) MoveTo(changed);
+    if (changed != 0) ctrlCells(changed).DoSelect();
 }
 
 void wGrid::PrintGrid() {
