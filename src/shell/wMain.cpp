@@ -49,6 +49,7 @@ wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>
     resize(firstSize);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area_->setFocusPolicy(Qt::NoFocus);
     area_->viewport()->installEventFilter(this);
     connect(area_, &QMdiArea::subWindowActivated, this, &wMain::GridActivated);
     setCentralWidget(area_);
@@ -194,6 +195,7 @@ void wMain::ShowDocumentWindow(std::unique_ptr<GridDocument> document) {
     QMdiSubWindow* window = area_->addSubWindow(
         grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     KeepCloseShortcut(*window);
+    window->setFocusPolicy(Qt::ClickFocus);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
     recovery_->Watch(*grid);
     MDIForm_Resize();

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTest>
 
 #include "FakeFrame.h"
@@ -54,18 +56,23 @@ TEST_F(Grid, ACellIsChosenByMouseTabArrowsAndKeys) {
 TEST_F(Grid, TheTabKeyLeavesItForTheNextControlAndComesBackToTheCurrentCell) {
     QWidget window;
     QLineEdit before(&window);
-    grid->setParent(&window);
+    auto* area = new QMdiArea(&window);
+    area->setFocusPolicy(Qt::NoFocus);
     QLineEdit after(&window);
+    auto* behind = new wGrid(frame, std::make_unique<GridDocument>());
+    for (wGrid* shown : {behind, grid.data()}) area->addSubWindow(shown)->setFocusPolicy(Qt::ClickFocus);
     window.show();
     QApplication::setActiveWindow(&window);
+    behind->Form_Activate();
+    behind->Form_Deactivate();
+    grid->Form_Activate();
     grid->ctrlCells(41).setFocus();
-    for (const auto& [key, other] : {std::pair{Qt::Key_Tab, &after}, {Qt::Key_Backtab, &before}}) {
+    for (const auto& [key, other] : {std::pair{Qt::Key_Tab, &before}, {Qt::Key_Backtab, &after}}) {
         QTest::keyClick(window.focusWidget(), key);
-        EXPECT_EQ(window.focusWidget(), other);
+        EXPECT_EQ(window.focusWidget(), other) << key;
         QTest::keyClick(other, key == Qt::Key_Tab ? Qt::Key_Backtab : Qt::Key_Tab);
         EXPECT_EQ(window.focusWidget(), &grid->ctrlCells(41));
     }
-    grid->setParent(nullptr);
 }
 
 TEST_F(Grid, CandidatesAreExcludedByRightClickAndEnteredByDoubleClick) {

@@ -71,7 +71,6 @@ void wGrid::Form_Load() {
                 [this, i](int digit) { ctrlCells_CandidateChosen(i, digit); });
         cells_[static_cast<std::size_t>(i - 1)] = cell;
     }
-    cells_.front()->setFocusPolicy(Qt::StrongFocus);
     document_->NoAutoMask(frame_.ManualMasks());
     const bool hidden = frame_.MasksHidden();
     for (int i = 1; i <= 81; ++i) {
@@ -138,11 +137,15 @@ void wGrid::Form_Activate() {
     Trap("wGrid", "Form_Activate", [this] {
         frame_.ShowDocument(Path(), Caption());
         frame_.Cell(currentCell_);
+        TabStop(true);
     });
 }
 
 void wGrid::Form_Deactivate() {
-    Trap("wGrid", "Form_Deactivate", [this] { frame_.ShowDocument({}, {}); });
+    Trap("wGrid", "Form_Deactivate", [this] {
+        frame_.ShowDocument({}, {});
+        TabStop(false);
+    });
 }
 
 void wGrid::SetColors(const ColorTable::Colors& colors) {
@@ -154,6 +157,24 @@ void wGrid::SetColors(const ColorTable::Colors& colors) {
     Recolor(*this, platform_qt::FromLowRed(colors[0]));
     for (QWidget* bar : picV_) Recolor(*bar, platform_qt::FromLowRed(colors[2]));
     for (QWidget* bar : picH_) Recolor(*bar, platform_qt::FromLowRed(colors[2]));
+}
+
+void wGrid::TabStop(bool on) {
+    ctrlCell* cell = currentCell_ ? currentCell_ : cells_.front();
+    cell->setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+// By itself the toolkit walks in a circle inside the sub-window.
+bool wGrid::focusNextPrevChild(bool next) {
+    const QWidget* inside = parentWidget() ? parentWidget() : this;
+    const auto step = [next](QWidget* w) { return next ? w->nextInFocusChain() : w->previousInFocusChain(); };
+    for (QWidget* other = step(this); other != this; other = step(other)) {
+        const bool stop = (other->focusPolicy() & Qt::TabFocus) && other->isVisible() && other->isEnabled();
+        if (!stop || other->window() != window() || inside->isAncestorOf(other) || other == inside) continue;
+        other->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    return false;
 }
 
 void wGrid::SetFocus() {

@@ -81,6 +81,8 @@ class wGrid : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    // The Tab key leaves the grid for what comes next to it in the main window.
+    bool focusNextPrevChild(bool next) override;
 
   private:
     void Form_Load();
@@ -89,6 +91,8 @@ class wGrid : public QWidget {
     bool SaveOnUnload();
     void Unload();
     void ShowCaption();
+    // The Tab key stops at the current cell of the active grid alone.
+    void TabStop(bool on);
 
     void ctrlCells_Click(int index);
     void ctrlCells_KeyDown(int index, int keyCode, int shift);
