@@ -136,11 +136,26 @@ class Monkey : public Promises, private QObject, private Chance {
     }
 
     void TypeKey() {
-        static constexpr QKeyCombination keys[] = {
-            Qt::Key_Left,   Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,
-            Qt::Key_Delete, Qt::Key_Tab,   Qt::Key_Escape, Qt::Key_Return,
-            Qt::Key_Space,  Qt::Key_A,     Qt::Key_0,      Qt::SHIFT | Qt::Key_Backtab};
-        Press(OnceIn(2) ? static_cast<Qt::Key>(Qt::Key_1 + Below(9)) : OneOf(keys));
+        static constexpr QKeyCombination keys[] = {Qt::Key_Left,
+                                                   Qt::Key_Right,
+                                                   Qt::Key_Up,
+                                                   Qt::Key_Down,
+                                                   Qt::Key_Delete,
+                                                   Qt::Key_Tab,
+                                                   Qt::Key_Escape,
+                                                   Qt::Key_Return,
+                                                   Qt::Key_Space,
+                                                   Qt::Key_A,
+                                                   Qt::Key_Backspace,
+                                                   Qt::SHIFT | Qt::Key_Backtab,
+                                                   Qt::Key_Home,
+                                                   Qt::Key_F6,
+                                                   Qt::CTRL | Qt::Key_Down,
+                                                   Qt::SHIFT | Qt::Key_F6,
+                                                   Qt::CTRL | Qt::Key_Tab,
+                                                   Qt::CTRL | Qt::Key_PageDown};
+        const auto digit = static_cast<Qt::Key>(Qt::Key_0 + Below(10));
+        Press(!OnceIn(2) ? OneOf(keys) : OnceIn(4) ? Qt::CTRL | digit : digit);
     }
 
     void TypeShortcut() {
@@ -162,7 +177,9 @@ class Monkey : public Promises, private QObject, private Chance {
         if (!widget) return;
         const QPoint place = widget->mapTo(main.get(), widget->rect().center());
         Note("at " + std::to_string(place.x()) + ", " + std::to_string(place.y()));
-        QTest::mouseClick(main->windowHandle(), OnceIn(20) ? Qt::RightButton : Qt::LeftButton, {}, place);
+        const auto button = OnceIn(6) ? Qt::RightButton : Qt::LeftButton;
+        QTest::mouseClick(main->windowHandle(), button, {}, place);
+        if (OnceIn(10)) QTest::mouseDClick(main->windowHandle(), button, {}, place);
     }
 
     void ChooseFromMenu() {
