@@ -20,6 +20,7 @@ class BenchFrame : public MainFrame {
     ctrlCell* Cell() const override { return cell_; }
     void Cell(ctrlCell* cell) override { cell_ = cell; }
     void cmdValue_Click(int /*index*/) override {}
+    void ToggleCandidate(int /*digit*/) override {}
     void UpdateColors() override {}
     void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
 

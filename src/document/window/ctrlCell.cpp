@@ -26,8 +26,7 @@ QFont DigitFont(double pixelSize) {
     return font;
 }
 
-void PaintLabel(QPainter& painter, const CellLabel& label, const QColor& background) {
-    painter.setPen(platform_qt::Legible(label.color, background));
+void PaintLabel(QPainter& painter, const CellLabel& label) {
     painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
 }
 
@@ -243,11 +242,13 @@ void ctrlCell::paintEvent(QPaintEvent* /*event*/) {
     if (current_) PaintFrame(painter);
     if (lblValue_.visible && !lblValue_.text.isEmpty()) {
         painter.setFont(DigitFont(lblValue_.pixelSize));
-        PaintLabel(painter, lblValue_, backColor_);
+        painter.setPen(platform_qt::Legible(lblValue_.color, backColor_));
+        PaintLabel(painter, lblValue_);
     }
     painter.setFont(DigitFont(lblMask_.front().pixelSize));
+    painter.setPen(platform_qt::Legible(lblMask_.front().color, backColor_));
     for (const CellLabel& label : lblMask_) {
-        if (label.visible) PaintLabel(painter, label, backColor_);
+        if (label.visible) PaintLabel(painter, label);
     }
 }
 

@@ -1,19 +1,29 @@
 #include "platform/qt/Contrast.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace platform_qt {
 
 namespace {
 
-// Of a channel, 0..1: screens show numbers brighter than in proportion.
-double Linear(double channel) {
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+// Of a channel 0..255: screens show numbers brighter than in proportion. As a table, because every digit
+// that is painted asks.
+double Linear(int channel) {
+    static const auto table = [] {
+        std::array<double, 256> values{};
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const double share = static_cast<double>(i) / 255;
+            values[i] = share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+        }
+        return values;
+    }();
+    return table[static_cast<std::size_t>(channel)];
 }
 
 double Luminance(const QColor& color) {
-    return 0.2126 * Linear(color.redF()) + 0.7152 * Linear(color.greenF()) + 0.0722 * Linear(color.blueF());
+    return 0.2126 * Linear(color.red()) + 0.7152 * Linear(color.green()) + 0.0722 * Linear(color.blue());
 }
 
 // `share` 0..255 of the one, the rest of the other.
