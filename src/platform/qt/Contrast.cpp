@@ -35,8 +35,9 @@ QColor Mixed(const QColor& one, const QColor& other, int share) {
 }  // namespace
 
 double Contrast(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax(Luminance(one), Luminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
+    const double a = Luminance(one) + 0.05;
+    const double b = Luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
 }
 
 QColor Legible(const QColor& ink, const QColor& background, double contrast) {
