@@ -1,5 +1,7 @@
 #include "document/GridDocument.h"
 
+#include <array>
+
 #include "diagnostics/ErrorHandling.h"
 #include "document/GridFile.h"
 #include "settings/FilesPaths.h"
@@ -15,11 +17,23 @@ void GridDocument::Caption(const std::string& caption) {
     Changed();
 }
 
-bool GridDocument::IsComplete() const {
+GridStanding GridDocument::Standing() const {
+    GridStanding standing{0, false};
+    std::array<unsigned, 30> seen{};  // the digits met in rows 1..9, columns 11..19, boxes 21..29
     for (int i = 1; i <= 81; ++i) {
-        if (grid_.Cells(i)->Value() == 0) return false;
+        const clsCell& cell = *grid_.Cells(i);
+        if (cell.Value() == 0) {
+            ++standing.emptyCells;
+            continue;
+        }
+        const unsigned digit = 1U << cell.Value();
+        for (const int unit : {int{cell.Row()}, 10 + cell.Col(), 20 + cell.SubGrid()}) {
+            unsigned& met = seen[static_cast<std::size_t>(unit)];
+            if ((met & digit) != 0) standing.digitsRepeat = true;
+            met |= digit;
+        }
     }
-    return true;
+    return standing;
 }
 
 bool GridDocument::LoadFile(const std::string& file) {

@@ -18,6 +18,15 @@ struct EntryModes {
     bool masksHidden = false;     // without candidates on view any digit is taken
 };
 
+// How far a grid is.
+struct GridStanding {
+    int emptyCells = 81;
+    bool digitsRepeat = false;  // one stands twice in a row, a column or a box
+
+    bool Complete() const { return emptyCells == 0; }
+    bool Finished() const { return Complete() && !digitsRepeat; }
+};
+
 // All that must come back of a grid after the program ended without asking.
 struct GridSnapshot {
     std::string path;
@@ -51,7 +60,8 @@ class GridDocument {
 
     // Undoing up to what the file holds makes it false again.
     bool Modified() const { return grid_.Modified(); }
-    bool IsComplete() const;
+    bool IsComplete() const { return Standing().Complete(); }
+    GridStanding Standing() const;
 
     // While true the user keeps the candidates: every digit stays available everywhere.
     bool NoAutoMask() const { return grid_.NoAutoMask(); }

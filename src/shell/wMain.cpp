@@ -55,8 +55,8 @@ wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>
     setCentralWidget(area_);
     BuildMenus();
     BuildToolbar();
-    BuildPalette();
     BuildStatusBar();
+    BuildPalette();
     wMain::ShowDocument({}, {});
 }
 
@@ -223,6 +223,7 @@ void wMain::GridActivated(QMdiSubWindow* window) {
 void wMain::GridUnloading() {
     if (!ActiveGrid()) ShowDocument({}, {});
     if (!Cell()) UpdateColors();
+    ShowState();
 }
 
 bool wMain::IsOn(Mode mode) const {

@@ -147,6 +147,7 @@ class wMain : public QMainWindow, public MainFrame {
     void OpenDroppedFiles();
     // In the status bar.
     void ShowPath(const QString& path);
+    void ShowState();
     std::string NextCaption();
     std::string CopyCaption(const std::string& caption) const;
     // Runs a command on the active grid, or beeps. The command gets an OpenGrid: it asks whether the grid is
@@ -157,6 +158,7 @@ class wMain : public QMainWindow, public MainFrame {
     QMdiArea* area_;
     Palette* palette_ = nullptr;
     QLabel* pathPanel_ = nullptr;
+    QLabel* statePanel_ = nullptr;
     struct ModeActions {
         QAction* item = nullptr;
         QAction* button = nullptr;

@@ -85,6 +85,11 @@ void wMain::BuildStatusBar() {
     // A long path must not widen the window.
     pathPanel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(pathPanel_, 1);
+    // Always there, and on the right, where it moves nothing when its text changes.
+    statePanel_ = new QLabel(this);
+    statePanel_->setObjectName(QStringLiteral("state"));
+    statePanel_->setTextFormat(Qt::PlainText);
+    statusBar()->addPermanentWidget(statePanel_);
 }
 
 void wMain::BuildPalette() {

@@ -1,5 +1,7 @@
 // The palette's commands: what the keyboard enters goes the same way.
 
+#include <QLabel>
+
 #include "diagnostics/ErrorHandling.h"
 #include "document/GridDocument.h"
 #include "document/window/ctrlCell.h"
@@ -21,6 +23,7 @@ void wMain::Cell(ctrlCell* cell) {
 
 void wMain::UpdateColors() {
     Trap("wMain", "UpdateColors", [this] {
+        ShowState();
         const ctrlCell* view = Cell();
         const bool hidden = MasksHidden();
         for (int i = 1; i <= 9; ++i) {
@@ -45,15 +48,34 @@ void wMain::UpdateColors() {
     });
 }
 
+void wMain::ShowState() {
+    QString text;
+    if (const OpenGrid grid = ActiveGrid()) {
+        const GridStanding standing = grid->Document().Standing();
+        if (!standing.Complete()) {
+            text = QStringLiteral("Cases vides : %1").arg(standing.emptyCells);
+        } else {
+            text = standing.digitsRepeat ? QStringLiteral("Grille complète : des chiffres se répètent")
+                                         : QStringLiteral("Grille complète");
+        }
+    }
+    if (text != statePanel_->text()) statePanel_->setText(text);
+}
+
 void wMain::cmdValue_Click(int index) {
     Trap("wMain", "cmdValue_Click", [&] {
         const ctrlCell* cell = Cell();
         if (!cell) return Refuse();
         wGrid& grid = *cell->ParentGrid();
+        GridDocument& document = grid.Document();
+        const bool finished = document.Standing().Finished();
         const EntryModes modes{InitialisationMode(), MasksHidden()};
-        if (!grid.Document().EnterValue(cell->mCell()->GridIndex(), index, modes)) return Refuse();
+        if (!document.EnterValue(cell->mCell()->GridIndex(), index, modes)) return Refuse();
         grid.ShowCells();
         grid.SetFocus();
+        if (finished || modes.initialisation || !document.Standing().Finished()) return;
+        platform::TheHost().messages->Show("Bravo, la grille est terminée.",
+                                           platform::MessageStyle::Information);
     });
 }
 

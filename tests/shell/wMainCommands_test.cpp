@@ -135,6 +135,34 @@ TEST_F(Commands, ErrorsAreCountedInWordsAndSolvingWaitsForAnOk) {
     EXPECT_EQ(State(9), "0|0|0");
 }
 
+TEST_F(Commands, ACompletedGridIsReportedOnceAndTheStatusBarSaysHowFarItIs) {
+    NewPuzzle();
+    const auto enter = [this](int index, int digit) {  // what the panel says then
+        Active().ctrlCells(index).DoSelect();
+        QTest::keyClick(Active().focusWidget(), static_cast<Qt::Key>(Qt::Key_0 + digit));
+        return Child<QLabel>(*main, "state").text().toStdString();
+    };
+    const std::string full = "Grille complète";
+    for (int i = 1; i <= 8; ++i) EXPECT_EQ(enter(i, i), "Cases vides : " + std::to_string(9 - i));
+    EXPECT_EQ(enter(9, 9), full) << "no message in initialisation mode";
+    Run("mnuGridConfig");
+    Set(9, "0|0|0");
+    host.Expect(MessageButton::Ok);
+    EXPECT_EQ(enter(9, 9), full);
+    EXPECT_EQ(LastBox(), "64 Bravo, la grille est terminée.");
+    Run("mnuEditUndo");
+    Run("mnuEditRedo");  // no entry
+    Run("mnuGridHelpNone");
+    EXPECT_EQ(enter(9, 9), full) << "it was complete before";
+    EXPECT_EQ(enter(9, 8), full + " : des chiffres se répètent");
+    host.Expect(MessageButton::Ok);
+    enter(9, 9);
+    Run("mnuFileNew");
+    EXPECT_EQ(Child<QLabel>(*main, "state").text().toStdString(), "Cases vides : 81");
+    Run("mnuFileClose");
+    EXPECT_EQ(Child<QLabel>(*main, "state").text().toStdString(), full);
+}
+
 // ---- Entering values and exclusions.
 
 class PaletteTest : public RunningProgram {

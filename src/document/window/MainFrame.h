@@ -24,7 +24,8 @@ class MainFrame {
     // Excludes digit 1..9 from the current cell or readmits it, 0 readmits all; beeps where the palette's
     // button is of no use.
     virtual void ToggleCandidate(int digit) = 0;
-    // The palette shows the current cell's state again; for changes made behind its back.
+    // The palette shows the current cell's state again, the status bar the active grid's; for changes made
+    // behind their backs.
     virtual void UpdateColors() = 0;
 
     // The status panel "path" and the main window's caption; empty texts when no document is active.
