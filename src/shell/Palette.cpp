@@ -1,18 +1,23 @@
 #include "shell/Palette.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QGroupBox>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
 
 #include "diagnostics/ErrorHandling.h"
+#include "platform/qt/Contrast.h"
 #include "platform/qt/QtHost.h"
 
 namespace {
 
-constexpr int margin = 10;         // pixels, around the frames and between the buttons
-constexpr int captionHeight = 18;  // room for a frame's caption
+constexpr int margin = 10;       // pixels, around the frames and between the buttons
+constexpr int usualWidth = 150;  // of the panel
+constexpr int lowestButton = 12;
 
 QColor FillOf(DigitState state) {
     switch (state) {
@@ -25,10 +30,15 @@ QColor FillOf(DigitState state) {
     }
 }
 
+QColor Mixed(const QColor& one, const QColor& other) {
+    return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2,
+            (one.blue() + other.blue()) / 2};
+}
+
 // A tick in the lower right corner for an allowed digit, a stroke across the button for an excluded one.
-void PaintMark(QPainter& painter, const QRectF& area, DigitState state) {
+void PaintMark(QPainter& painter, const QRectF& area, DigitState state, const QColor& ink) {
     const double unit = std::min(area.width(), area.height()) / 10;
-    painter.setPen(QPen(Qt::white, std::max(1.5, unit * 0.7), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(ink, std::max(1.5, unit * 0.7), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     if (state == DigitState::Excluded) {
         painter.drawLine(area.bottomLeft() + QPointF(1.5 * unit, -1.5 * unit),
                          area.topRight() + QPointF(-1.5 * unit, 1.5 * unit));
@@ -40,23 +50,52 @@ void PaintMark(QPainter& painter, const QRectF& area, DigitState state) {
     }
 }
 
-PaletteButton* MakePaletteButton(QGroupBox* frame, const QString& name, int index) {
-    auto* button = new PaletteButton(frame);
-    button->setObjectName(QStringLiteral("%1(%2)").arg(name).arg(index));
-    if (index > 0) {
-        button->setText(QString::number(index));
-    } else {
-        button->setIcon(QIcon(QStringLiteral(":/icons/Chiffre_Clear.svg")));
-    }
-    return button;
-}
+// The names are made when they are asked for: at every move eighteen of them change.
+class ButtonAccessible : public QAccessibleWidget {
+  public:
+    explicit ButtonAccessible(PaletteButton* button) : QAccessibleWidget(button, QAccessible::Button) {}
 
-void Describe(PaletteButton& button, const QString& text) {
-    button.setToolTip(text);
-    button.setAccessibleName(text);
+    QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Name) return Button().SpokenName();
+        if (kind == QAccessible::Description) return Button().SpokenState();
+        return QAccessibleWidget::text(kind);
+    }
+    QStringList actionNames() const override {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& action) override {
+        if (action != pressAction()) return QAccessibleWidget::doAction(action);
+        if (Button().isEnabled()) Button().click();
+    }
+
+  private:
+    PaletteButton& Button() const { return *static_cast<PaletteButton*>(object()); }
+};
+
+QAccessibleInterface* MakeButtonAccessible(const QString& /*className*/, QObject* object) {
+    auto* button = qobject_cast<PaletteButton*>(object);
+    return button ? new ButtonAccessible(button) : nullptr;
 }
 
 }  // namespace
+
+PaletteButton::PaletteButton(QWidget* parent, Column column, int index)
+    : QAbstractButton(parent), column_(column), index_(index) {
+    setFocusPolicy(Qt::NoFocus);
+    const bool value = column == Column::Value;
+    setObjectName(QStringLiteral("%1(%2)")
+                      .arg(value ? QStringLiteral("cmdValue") : QStringLiteral("cmdMask"))
+                      .arg(index));
+    if (index == 0) {
+        setIcon(QIcon(QStringLiteral(":/icons/Chiffre_Clear.svg")));
+        setToolTip(value ? QStringLiteral("Effacement de la valeur de la cellule active")
+                         : QStringLiteral("Effacement des inhibitions de la cellule active"));
+        return;
+    }
+    setText(QString::number(index));
+    setToolTip(value ? QStringLiteral("Affectation de la valeur %1 à la cellule active").arg(index)
+                     : QStringLiteral("Inhibition de la valeur %1pour la cellule active").arg(index));
+}
 
 void PaletteButton::State(DigitState state) {
     if (state == state_) return;
@@ -64,20 +103,55 @@ void PaletteButton::State(DigitState state) {
     update();
 }
 
+QString PaletteButton::SpokenName() const {
+    if (column_ == Column::Value) {
+        return index_ == 0 ? QStringLiteral("Effacer la valeur") : QStringLiteral("Mettre %1").arg(index_);
+    }
+    if (index_ == 0) return QStringLiteral("Réadmettre tous les chiffres");
+    return (state_ == DigitState::Excluded ? QStringLiteral("Réadmettre le %1")
+                                           : QStringLiteral("Exclure le %1"))
+        .arg(index_);
+}
+
+QString PaletteButton::SpokenState() const {
+    if (state_ == DigitState::Excluded) return QStringLiteral("%1 exclu").arg(index_);
+    if (state_ == DigitState::Neutral) return {};
+    return column_ == Column::Value ? QStringLiteral("valeur de la case")
+                                    : QStringLiteral("%1 possible").arg(index_);
+}
+
+// The cell's value keeps its colour although nothing can be done with it.
+QColor PaletteButton::Fill() const {
+    QColor fill = FillOf(state_);
+    if (!isEnabled() && state_ == DigitState::Neutral) {
+        const QColor window = palette().color(QPalette::Window);
+        return Mixed(Mixed(fill, window), window);
+    }
+    if (isDown()) return fill.darker(130);
+    return underMouse() && isEnabled() ? fill.lighter(112) : fill;
+}
+
 void PaletteButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF area = QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5);
-    QColor fill = FillOf(state_);
-    if (isDown())
-        fill = fill.darker(130);
-    else if (underMouse() && isEnabled())
-        fill = fill.lighter(112);
-    painter.setPen(
-        QPen(hasFocus() ? palette().color(QPalette::Highlight) : fill.darker(150), hasFocus() ? 3 : 1));
+    const QRectF area = QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5);
+    const QColor fill = Fill();
+    const bool faded = !isEnabled() && state_ == DigitState::Neutral;
+    const QColor ink =
+        faded ? platform_qt::Legible(FillOf(state_), fill, platform_qt::ShapeContrast)
+              : platform_qt::Legible(state_ == DigitState::Excluded ? Qt::white : Qt::black, fill);
+    painter.setPen(faded ? QPen(Qt::NoPen) : QPen(fill.darker(180), 1));
     painter.setBrush(fill);
     painter.drawRoundedRect(area, 4, 4);
-    PaintMark(painter, area, state_);
+    PaintMark(painter, area, state_, ink);
+    if (hasFocus()) {
+        const QColor window = palette().color(QPalette::Window);
+        const QColor frame =
+            platform_qt::Legible(palette().color(QPalette::Highlight), window, platform_qt::ShapeContrast);
+        painter.setPen(QPen(frame, 3));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 5, 5);
+    }
     if (!icon().isNull()) {
         const int side = static_cast<int>(std::min(area.width(), area.height()) * 0.7);
         QRect place(0, 0, side, side);
@@ -86,48 +160,125 @@ void PaletteButton::paintEvent(QPaintEvent* /*event*/) {
         return;
     }
     painter.setFont(font());
-    painter.setPen(isEnabled() ? Qt::white : QColor(255, 255, 255, 110));
+    painter.setPen(ink);
     painter.drawText(area, Qt::AlignCenter, text());
+}
+
+void PaletteButton::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Left:
+            return emit Arrow(-1, 0);
+        case Qt::Key_Right:
+            return emit Arrow(1, 0);
+        case Qt::Key_Up:
+            return emit Arrow(0, -1);
+        case Qt::Key_Down:
+            return emit Arrow(0, 1);
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return click();
+        default:
+            QAbstractButton::keyPressEvent(event);
+    }
 }
 
 Palette::Palette(QWidget* parent)
     : QWidget(parent),
       frmValue_(new QGroupBox(QStringLiteral("Valeur"), this)),
       frmMask_(new QGroupBox(QStringLiteral("Masque"), this)) {
+    static const bool installed = [] {
+        QAccessible::installFactory(MakeButtonAccessible);
+        return true;
+    }();
+    static_cast<void>(installed);
     setObjectName(QStringLiteral("picPalette"));
     frmValue_->setObjectName(QStringLiteral("frmValue"));
     frmMask_->setObjectName(QStringLiteral("frmMask"));
     for (int i = 0; i <= 9; ++i) {
-        values_[static_cast<std::size_t>(i)] = MakePaletteButton(frmValue_, QStringLiteral("cmdValue"), i);
-        masks_[static_cast<std::size_t>(i)] = MakePaletteButton(frmMask_, QStringLiteral("cmdMask"), i);
+        const auto row = static_cast<std::size_t>(i);
+        columns_[0][row] = new PaletteButton(frmValue_, PaletteButton::Column::Value, i);
+        columns_[1][row] = new PaletteButton(frmMask_, PaletteButton::Column::Mask, i);
         connect(&cmdValue(i), &QAbstractButton::clicked, this, [this, i] { emit cmdValue_Clicked(i); });
         connect(&cmdMask(i), &QAbstractButton::clicked, this, [this, i] { emit cmdMask_Clicked(i); });
-        if (i == 0) continue;
-        Describe(cmdValue(i), QStringLiteral("Affectation de la valeur %1 à la cellule active").arg(i));
-        Describe(cmdMask(i), QStringLiteral("Inhibition de la valeur %1pour la cellule active").arg(i));
+        for (std::size_t column = 0; column < columns_.size(); ++column) {
+            connect(columns_[column][row], &PaletteButton::Arrow, this,
+                    [this, column, row](int columns, int rows) { Walk(column, row, columns, rows); });
+        }
     }
-    Describe(cmdValue(0), QStringLiteral("Effacement de la valeur de la cellule active"));
-    Describe(cmdMask(0), QStringLiteral("Effacement des inhibitions de la cellule active"));
+}
+
+void Palette::PlaceTabStops(bool hasCell) {
+    hasCell_ = hasCell;
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        const Buttons& buttons = columns_[column];
+        std::size_t& stop = stops_[column];
+        if (!buttons[stop]->isEnabled()) stop = 0;  // the clear button always is
+        for (std::size_t row = 0; row < buttons.size(); ++row) {
+            buttons[row]->setFocusPolicy(hasCell && row == stop ? Qt::TabFocus : Qt::NoFocus);
+        }
+    }
+}
+
+void Palette::Walk(std::size_t column, std::size_t row, int columns, int rows) {
+    const auto last = static_cast<int>(columns_[column].size()) - 1;
+    if (columns != 0) {
+        column = columns > 0 ? 1 : 0;
+        rows = -1;  // without a button of use beside this one the next one above it is taken
+    } else {
+        if (static_cast<int>(row) + rows < 0 || static_cast<int>(row) + rows > last) return;
+        row = static_cast<std::size_t>(static_cast<int>(row) + rows);
+    }
+    while (!columns_[column][row]->isEnabled()) {
+        if (static_cast<int>(row) + rows > last) return;
+        row = static_cast<std::size_t>(static_cast<int>(row) + rows);
+    }
+    stops_[column] = row;
+    PlaceTabStops(hasCell_);
+    columns_[column][row]->setFocus(Qt::OtherFocusReason);
+}
+
+int Palette::CaptionHeight() const {
+    return std::max(18, fontMetrics().height() + 2);
+}
+
+QSize Palette::sizeHint() const {
+    return {minimumSizeHint().width(), 480};
+}
+
+QSize Palette::minimumSizeHint() const {
+    const int caption = std::max(fontMetrics().horizontalAdvance(frmValue_->title()),
+                                 fontMetrics().horizontalAdvance(frmMask_->title()));
+    return {std::max(usualWidth, 2 * (caption + margin) + 3 * margin),
+            2 * margin + CaptionHeight() + 10 * (margin + lowestButton)};
 }
 
 void Palette::resizeEvent(QResizeEvent* /*event*/) {
-    Trap("wMain", "picPalette_Resize", [this] {
-        const int frameWidth = (width() - 3 * margin) / 2;
-        const int frameHeight = height() - 2 * margin;
-        if (frameWidth < 0) return;
-        frmValue_->setGeometry(margin, margin, frameWidth, frameHeight);
-        frmMask_->setGeometry(2 * margin + frameWidth, margin, frameWidth, frameHeight);
-        PlaceButtons(*frmValue_, values_);
-        PlaceButtons(*frmMask_, masks_);
-    });
+    Trap("wMain", "picPalette_Resize", [this] { picPalette_Resize(); });
 }
 
-void Palette::PlaceButtons(const QGroupBox& frame, const Buttons& buttons) {
-    const int buttonHeight = (frame.height() - captionHeight - 10 * margin) / 10;
+void Palette::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange || !columns_[1].back()) return;
+    updateGeometry();
+    Trap("wMain", "picPalette_Resize", [this] { picPalette_Resize(); });
+}
+
+void Palette::picPalette_Resize() {
+    const int frameWidth = (width() - 3 * margin) / 2;
+    const int frameHeight = height() - 2 * margin;
+    if (frameWidth < 0) return;
+    frmValue_->setGeometry(margin, margin, frameWidth, frameHeight);
+    frmMask_->setGeometry(2 * margin + frameWidth, margin, frameWidth, frameHeight);
+    PlaceButtons(*frmValue_, columns_[0]);
+    PlaceButtons(*frmMask_, columns_[1]);
+}
+
+void Palette::PlaceButtons(const QGroupBox& frame, const Buttons& buttons) const {
+    const int buttonHeight = (frame.height() - CaptionHeight() - 10 * margin) / 10;
     const int buttonWidth = frame.width() - 2 * margin;
     QFont digits(font());
     digits.setPixelSize(std::max(1, std::min(buttonHeight, buttonWidth) * 8 / 10));
-    int top = captionHeight + margin / 2;
+    int top = CaptionHeight() + margin / 2;
     for (PaletteButton* button : buttons) {
         button->setGeometry(margin, top, buttonWidth, buttonHeight);
         button->setFont(digits);

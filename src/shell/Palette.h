@@ -14,24 +14,42 @@ enum class DigitState {
 };
 
 // A button that shows its state by its colour and by a mark - a tick, a stroke - so that it is told apart
-// without seeing colours; disabled, it keeps its colour and fades its digit.
+// without seeing colours. Disabled and neutral it fades. For the ear it has a name of its own, which follows
+// its state.
 class PaletteButton : public QAbstractButton {
     Q_OBJECT
 
   public:
-    explicit PaletteButton(QWidget* parent) : QAbstractButton(parent) { setFocusPolicy(Qt::TabFocus); }
+    enum class Column { Value, Mask };
+
+    // index 0..9, 0 the clear button.
+    PaletteButton(QWidget* parent, Column column, int index);
 
     DigitState State() const { return state_; }
     void State(DigitState state);
 
+    // What a press would do, and what the state says.
+    QString SpokenName() const;
+    QString SpokenState() const;
+
+  signals:
+    // An arrow key, by the columns and rows that it leads on.
+    void Arrow(int columns, int rows);
+
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    QColor Fill() const;
+
+    Column column_;
+    int index_;
     DigitState state_ = DigitState::Neutral;
 };
 
-// The panel with the columns "Valeur" and "Masque" of ten buttons each, the clear button first.
+// The panel with the columns "Valeur" and "Masque" of ten buttons each, the clear button first. Each column
+// is one stop of the Tab key; the arrows walk inside and across.
 class Palette : public QWidget {
     Q_OBJECT
 
@@ -39,11 +57,14 @@ class Palette : public QWidget {
     explicit Palette(QWidget* parent);
 
     // index 0..9, 0 the clear button.
-    PaletteButton& cmdValue(int index) const { return *values_[static_cast<std::size_t>(index)]; }
-    PaletteButton& cmdMask(int index) const { return *masks_[static_cast<std::size_t>(index)]; }
+    PaletteButton& cmdValue(int index) const { return *columns_[0][static_cast<std::size_t>(index)]; }
+    PaletteButton& cmdMask(int index) const { return *columns_[1][static_cast<std::size_t>(index)]; }
 
-    QSize sizeHint() const override { return {150, 480}; }
-    QSize minimumSizeHint() const override { return {110, 300}; }
+    // After the buttons' states have changed. Without a current cell no button is of use, and none is a stop.
+    void PlaceTabStops(bool hasCell);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
   signals:
     void cmdValue_Clicked(int index);
@@ -51,13 +72,20 @@ class Palette : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     using Buttons = std::array<PaletteButton*, 10>;
-    void PlaceButtons(const QGroupBox& frame, const Buttons& buttons);
+
+    void picPalette_Resize();
+    void PlaceButtons(const QGroupBox& frame, const Buttons& buttons) const;
+    int CaptionHeight() const;
+    // From button `row` of a column on by the arrow that was pressed.
+    void Walk(std::size_t column, std::size_t row, int columns, int rows);
 
     QGroupBox* frmValue_;
     QGroupBox* frmMask_;
-    Buttons values_{};
-    Buttons masks_{};
+    std::array<Buttons, 2> columns_{};
+    std::array<std::size_t, 2> stops_{};  // the row of each column where the Tab key stops
+    bool hasCell_ = false;
 };

@@ -45,6 +45,7 @@ void wMain::UpdateColors() {
             // The mask column alone says which values can be entered.
             value.setEnabled(state == DigitState::Allowed);
         }
+        palette_->PlaceTabStops(view != nullptr);
     });
 }
 

@@ -1,5 +1,7 @@
 // The commands of the menus, of the toolbar and of the palette.
 
+#include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QTest>
@@ -8,6 +10,7 @@
 #include <utility>
 
 #include "Program.h"
+#include "platform/qt/Contrast.h"
 #include "settings/dialogs/wCancel.h"
 #include "support/DigitReader.h"
 
@@ -178,17 +181,56 @@ class PaletteTest : public RunningProgram {
 };
 
 TEST_F(PaletteTest, DigitsAndStatesAreSeen) {
-    Set(1, "0|0|8");
-    // The name of the fill, and the digit.
-    const auto read = [](PaletteButton& button) {
-        const QImage picture = button.grab().toImage().convertToFormat(QImage::Format_RGB32);
-        const QColor fill = picture.pixelColor(5, button.height() / 2);  // left of its digit
-        const auto found = DigitReader::Read(picture, button.rect().adjusted(4, 4, -4, -4), fill);
-        return std::pair(fill.name().toStdString(), found.digit);
+    const auto fill = [](const PaletteButton& button, const QImage& picture) {
+        return picture.pixelColor(7, button.height() / 2);  // left of its digit
     };
-    for (int i = 1; i <= 9; ++i) EXPECT_EQ(read(palette.cmdValue(i)).second, i);
-    for (const auto& [digit, colour] : {std::pair{1, "#00cc00"}, {3, "#cc0000"}, {5, "#888888"}}) {
-        EXPECT_EQ(read(palette.cmdMask(digit)).first, colour) << digit;
+    for (const char* record : {"0|0|8", "4|0|0", "4|1|0"}) {
+        Set(1, record);
+        for (int i = 1; i <= 9; ++i) {
+            for (PaletteButton* button : {&palette.cmdValue(i), &palette.cmdMask(i)}) {
+                const QImage picture = button->grab().toImage().convertToFormat(QImage::Format_RGB32);
+                const auto found =
+                    DigitReader::Read(picture, button->rect().adjusted(6, 6, -6, -6), fill(*button, picture));
+                const bool plain = button->State() == DigitState::Neutral;  // the others have a mark
+                EXPECT_TRUE(!plain || found.digit == i) << button->objectName().toStdString();
+                EXPECT_GE(platform_qt::Contrast(found.ink, fill(*button, picture)),
+                          button->isEnabled() || !plain ? 4.5 : 3)
+                    << button->objectName().toStdString() << " of " << record;
+            }
+        }
+    }
+    Set(1, "0|0|8");
+    for (const auto& [button, color] : {std::pair{&palette.cmdMask(1), "#00cc00"},
+                                        {&palette.cmdMask(3), "#cc0000"},
+                                        {&palette.cmdValue(1), "#888888"}}) {
+        const QImage picture = button->grab().toImage();
+        EXPECT_EQ(fill(*button, picture).name().toStdString(), color);
+    }
+}
+
+TEST_F(PaletteTest, EachColumnIsOneStopOfTheTabKeyAndTheArrowsWalkInside) {
+    Set(1, "0|0|8");  // 3 excluded, 5 taken: neither can be entered, 5 not be excluded
+    const std::pair<Qt::Key, const char*> walk[] = {
+        {Qt::Key_Tab, "cmdValue(0)"},  {Qt::Key_Down, "cmdValue(1)"}, {Qt::Key_Down, "cmdValue(2)"},
+        {Qt::Key_Down, "cmdValue(4)"}, {Qt::Key_Down, "cmdValue(6)"}, {Qt::Key_Right, "cmdMask(6)"},
+        {Qt::Key_Up, "cmdMask(4)"},    {Qt::Key_Up, "cmdMask(3)"},    {Qt::Key_Left, "cmdValue(2)"},
+        {Qt::Key_Tab, "cmdMask(3)"},   {Qt::Key_Tab, "ctrlCells(1)"}, {Qt::Key_Backtab, "cmdMask(3)"},
+        {Qt::Key_Space, "cmdMask(3)"}};
+    QApplication::setActiveWindow(main.get());
+    Active().SetFocus();
+    for (const auto& [key, name] : walk) {
+        QTest::keyClick(main->focusWidget(), key);
+        EXPECT_EQ(main->focusWidget()->objectName().toStdString(), name);
+    }
+    EXPECT_EQ(State(1), "0|0|0");
+    auto* mask = QAccessible::queryAccessibleInterface(&palette.cmdMask(3));
+    EXPECT_EQ(mask->text(QAccessible::Name), "Exclure le 3");
+    mask->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(State(1), "0|0|8");
+    EXPECT_EQ(mask->text(QAccessible::Name), "Réadmettre le 3");
+    Run("mnuFileClose", MessageButton::No);
+    for (int i = 0; i <= 9; ++i) {
+        EXPECT_TRUE(palette.cmdValue(i).focusPolicy() == Qt::NoFocus && !palette.cmdMask(i).hasFocus());
     }
 }
 
