@@ -96,6 +96,19 @@ int GridDocument::Redo() {
     return Restored(history_.StepForward(), &CellChange::after);
 }
 
+GridText::Values GridDocument::Values() const {
+    GridText::Values values{};
+    for (int i = 1; i <= 81; ++i) values[static_cast<std::size_t>(i - 1)] = grid_.Cells(i)->Value();
+    return values;
+}
+
+void GridDocument::Become(const GridText::Values& givens) {
+    GridStates states;
+    for (std::size_t i = 0; i < givens.size(); ++i) states[i] = {givens[i], givens[i] != 0, 0};
+    Replace(states);
+    grid_.Modified(true);
+}
+
 void GridDocument::CopyFrom(const GridDocument& source) {
     Replace(source.States());
 }

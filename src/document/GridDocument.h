@@ -7,6 +7,7 @@
 #include <string>
 
 #include "document/GridFile.h"
+#include "document/GridText.h"
 #include "document/UndoHistory.h"
 #include "engine/clsGrid.h"
 #include "platform/ProgressWindow.h"
@@ -96,6 +97,9 @@ class GridDocument {
 
     // ---- Whole grids.
 
+    GridText::Values Values() const;
+    // Becomes a puzzle of these givens, which is in no file: it is modified.
+    void Become(const GridText::Values& givens);
     // Takes the cells alone; what was there, its history included, is gone.
     void CopyFrom(const GridDocument& source);
     // Empties every cell that is not a given, as one step of the history.

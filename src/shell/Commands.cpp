@@ -74,6 +74,9 @@ constexpr std::array commands{
     Tool(9, "Refaire",
          Item(Edit, "mnuEditRedo", "&Rétablir", &wMain::mnuEditRedo_Click,
               {ctrl | Qt::Key_Y, ctrlShift | Qt::Key_Z})),
+    Rule(Edit, "mnuEditSep2"),
+    Item(Edit, "mnuEditCopy", "&Copier la grille", &wMain::mnuEditCopy_Click, {ctrl | Qt::Key_C}),
+    Item(Edit, "mnuEditPaste", "C&oller une grille", &wMain::mnuEditPaste_Click, {ctrl | Qt::Key_V}),
     Rule(Edit, "mnuEditSep1"),
     Item(Edit, "mnuEditOptions", "&Préférences...", &wMain::mnuEditOptions_Click),
 

@@ -77,6 +77,8 @@ class wMain : public QMainWindow, public MainFrame {
     void mnuFileQuit_Click();
     void mnuEditUndo_Click();
     void mnuEditRedo_Click();
+    void mnuEditCopy_Click();
+    void mnuEditPaste_Click();
     void mnuEditOptions_Click();
     void mnuGridConfig_Click();
     void mnuGridHelpNone_Click();
@@ -145,6 +147,10 @@ class wMain : public QMainWindow, public MainFrame {
     void GridActivated(QMdiSubWindow* window);
     void GridUnloading();
     void OpenDroppedFiles();
+    // Shows the puzzle that a text holds as a new grid; beeps at any other text.
+    void PasteGrid(const QString& text);
+    // A new grid to type givens into.
+    void ShowNewGrid(std::unique_ptr<GridDocument> document);
     // In the status bar.
     void ShowPath(const QString& path);
     void ShowState();

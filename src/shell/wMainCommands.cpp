@@ -1,5 +1,7 @@
 // The commands of the menus File (grids), Edit, Grid and Help.
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTimer>
 #include <memory>
 #include <string>
@@ -49,14 +51,16 @@ std::string wMain::NextCaption() {
 
 void wMain::mnuFileNew_Click() {
     Trap("wMain", "mnuFileNew_Click", [this] {
-        if (RefusedWhileBusy()) return;
-        TheHost().pointer->Shape(PointerShape::Hourglass);
-        auto document = std::make_unique<GridDocument>();
-        document->Caption(NextCaption());
-        if (!InitialisationMode()) mnuGridConfig_Click();
-        ShowDocumentWindow(std::move(document));
-        TheHost().pointer->Shape(PointerShape::Default);
+        if (!RefusedWhileBusy()) ShowNewGrid(std::make_unique<GridDocument>());
     });
+}
+
+void wMain::ShowNewGrid(std::unique_ptr<GridDocument> document) {
+    TheHost().pointer->Shape(PointerShape::Hourglass);
+    document->Caption(NextCaption());
+    if (!InitialisationMode()) mnuGridConfig_Click();
+    ShowDocumentWindow(std::move(document));
+    TheHost().pointer->Shape(PointerShape::Default);
 }
 
 // The grid is made before any window is: a run that comes to nothing disturbs none.
@@ -105,6 +109,26 @@ void wMain::mnuEditUndo_Click() {
 
 void wMain::mnuEditRedo_Click() {
     WithActiveGrid("mnuEditRedo_Click", [](const OpenGrid& grid) { grid->Redo(); });
+}
+
+void wMain::mnuEditCopy_Click() {
+    WithActiveGrid("mnuEditCopy_Click", [](const OpenGrid& grid) {
+        const std::string text = GridText::Write(grid->Document().Values());
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+    });
+}
+
+void wMain::mnuEditPaste_Click() {
+    Trap("wMain", "mnuEditPaste_Click", [this] { PasteGrid(QGuiApplication::clipboard()->text()); });
+}
+
+void wMain::PasteGrid(const QString& text) {
+    if (RefusedWhileBusy()) return;
+    const auto givens = GridText::Read(text.toStdString());
+    if (!givens) return TheHost().messages->Beep();
+    auto document = std::make_unique<GridDocument>();
+    document->Become(*givens);
+    ShowNewGrid(std::move(document));
 }
 
 void wMain::mnuEditOptions_Click() {

@@ -35,6 +35,11 @@ QStringList DraggedFiles(const QMimeData& data) {
     return files;
 }
 
+// Text of its own; links have one too.
+QString DraggedText(const QMimeData& data) {
+    return data.hasUrls() ? QString() : data.text();
+}
+
 bool AgreeToReload() {
     using namespace platform;
     const auto answer = TheHost().messages->Show(
@@ -132,21 +137,29 @@ void wMain::dragEnterEvent(QDragEnterEvent* event) {
 void wMain::dragMoveEvent(QDragMoveEvent* event) {
     Trap("wMain", "MDIForm_OLEDragOver", [&] {
         const bool waits = QApplication::activeModalWidget() != nullptr;
-        if (waits || DraggedFiles(*event->mimeData()).isEmpty()) return event->ignore();
+        const QMimeData& dragged = *event->mimeData();
+        if (waits || (DraggedFiles(dragged).isEmpty() && DraggedText(dragged).isEmpty()))
+            return event->ignore();
         event->setDropAction(Qt::CopyAction);
         event->accept();
     });
 }
 
-// The files are opened after the drop has ended: a message box must not keep the drag's source waiting.
+// Files are opened, and a text is read, after the drop has ended: a message box must not keep the drag's
+// source waiting.
 void wMain::dropEvent(QDropEvent* event) {
     Trap("wMain", "MDIForm_OLEDragDrop", [&] {
         const QStringList files = DraggedFiles(*event->mimeData());
-        if (files.isEmpty()) return event->ignore();
+        const QString text = DraggedText(*event->mimeData());
+        if (files.isEmpty() && text.isEmpty()) return event->ignore();
         event->setDropAction(Qt::CopyAction);
         event->accept();
         droppedFiles_ += files;
         QTimer::singleShot(0, this, &wMain::OpenDroppedFiles);
+        if (files.isEmpty()) {
+            QTimer::singleShot(
+                0, this, [this, text] { Trap("wMain", "MDIForm_OLEDragDrop", [&] { PasteGrid(text); }); });
+        }
     });
 }
 

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
@@ -45,10 +46,9 @@ TEST_F(Commands, KeysAreTheDocumentedOnesAndNoTwoActionsShareOne) {
         for (const QKeySequence& key : action->shortcuts()) all.insert(key.toString().toStdString());
     }
     for (const std::string& key : all) keys += key + " ";
-    EXPECT_EQ(
-        keys,
-        "Ctrl+D Ctrl+F4 Ctrl+G Ctrl+H Ctrl+I Ctrl+M Ctrl+N Ctrl+O Ctrl+P Ctrl+Q Ctrl+R Ctrl+S Ctrl+Shift+S "
-        "Ctrl+Shift+Z Ctrl+W Ctrl+Y Ctrl+Z F1 F4 F9 ");
+    EXPECT_EQ(keys,
+              "Ctrl+C Ctrl+D Ctrl+F4 Ctrl+G Ctrl+H Ctrl+I Ctrl+M Ctrl+N Ctrl+O Ctrl+P Ctrl+Q Ctrl+R Ctrl+S "
+              "Ctrl+Shift+S Ctrl+Shift+Z Ctrl+V Ctrl+W Ctrl+Y Ctrl+Z F1 F4 F9 ");
     QTest::keyClick(main.get(), Qt::Key_F1);
     EXPECT_EQ(host.helpCalls, std::vector{"contents " + host.PathOf("Ninarix.chm")});
     EXPECT_EQ(DialogOf("mnuFilePrint"), "wPrinter");
@@ -119,6 +119,26 @@ TEST_F(Commands, CopiesAreCountedByTheirBaseName) {
     for (int i = 0; i < 2; ++i) Run("mnGridCopy");
     EXPECT_EQ(Grids(), "a[1]*?#, a1xyz (z), a[1]*?# (1), [a[1]*?# (2)]");
     EXPECT_EQ(State(1) + PathPanel(), "5|1|36");
+}
+
+TEST_F(Commands, AGridIsCopiedPastedAndDroppedAsText) {
+    Run("mnuEditCopy");
+    EXPECT_EQ(host.beeps, 1);
+    NewPuzzle();
+    Set(1, "1|0|0");
+    Run("mnuEditCopy");
+    Run("mnuGridConfig");
+    Run("mnuEditPaste");
+    EXPECT_EQ(Grids() + State(1) + State(2) + State(10), "Grille1, [Grille2]1|1|00|0|04|1|0");
+    EXPECT_TRUE(Document().Modified() && main->InitialisationMode());
+    QMimeData dragged;
+    dragged.setText(QGuiApplication::clipboard()->text());
+    EXPECT_TRUE(Drop(dragged));
+    ServeEvents();  // the source of the drag does not wait for the grid
+    EXPECT_EQ(Grids(), "Grille1, Grille2, [Grille3]");
+    QGuiApplication::clipboard()->setText("aucune grille");
+    Run("mnuEditPaste");
+    EXPECT_EQ(Grids() + std::to_string(host.beeps), "Grille1, Grille2, [Grille3]2");
 }
 
 // ---- Checking and solving.
