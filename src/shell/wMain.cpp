@@ -6,9 +6,9 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenu>
 #include <QStatusBar>
 #include <QTimer>
+#include <algorithm>
 
 #include "diagnostics/ErrorHandling.h"
 #include "document/window/BusyGuard.h"
@@ -22,6 +22,7 @@
 #include "settings/RegBase.h"
 #include "settings/Settings.h"
 #include "settings/dialogs/wOptions.h"
+#include "shell/GridTabs.h"
 #include "shell/Palette.h"
 #include "shell/Recovery.h"
 #include "shell/wSplash.h"
@@ -30,16 +31,6 @@ namespace {
 
 constexpr QSize firstSize(820, 690);
 constexpr QSize smallestSize(480, 420);
-
-// The window's own system menu claims every usual key of closing; the command "&Fermer" has Ctrl+W.
-void KeepCloseShortcut(const QMdiSubWindow& window) {
-    const QMenu* menu = window.systemMenu();
-    if (!menu) return;
-    for (QAction* action : menu->actions()) {
-        if (!action->shortcut().isEmpty()) action->setShortcut(Qt::CTRL | Qt::Key_F4);
-    }
-}
-
 }  // namespace
 
 wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>()) {
@@ -52,9 +43,9 @@ wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>
     area_->setFocusPolicy(Qt::NoFocus);
     area_->viewport()->installEventFilter(this);
     connect(area_, &QMdiArea::subWindowActivated, this, &wMain::GridActivated);
-    setCentralWidget(area_);
     BuildMenus();
     BuildToolbar();
+    BuildTabs();
     BuildStatusBar();
     BuildPalette();
     wMain::ShowDocument({}, {});
@@ -175,7 +166,7 @@ bool wMain::MDIForm_QueryUnload() {
 bool wMain::AskAboutEveryGrid() {
     for (const OpenGrid& grid : Grids()) {
         if (!grid) continue;
-        area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(grid->parentWidget()));
+        Activate(grid);
         if (!grid->AskBeforeUnload()) return false;
     }
     return true;
@@ -192,9 +183,9 @@ std::vector<OpenGrid> wMain::Grids() const {
 
 void wMain::ShowDocumentWindow(std::unique_ptr<GridDocument> document) {
     auto* grid = new wGrid(*this, std::move(document));
-    QMdiSubWindow* window = area_->addSubWindow(
-        grid, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-    KeepCloseShortcut(*window);
+    // The caption stands in the title and on the tab.
+    QMdiSubWindow* window = area_->addSubWindow(grid, Qt::SubWindow | Qt::FramelessWindowHint);
+    window->setSystemMenu(nullptr);
     window->setFocusPolicy(Qt::ClickFocus);
     connect(grid, &wGrid::Unloading, this, &wMain::GridUnloading);
     recovery_->Watch(*grid);
@@ -217,13 +208,36 @@ void wMain::GridActivated(QMdiSubWindow* window) {
     if (!grid || grid == activeGrid_) return;
     if (activeGrid_) activeGrid_->Form_Deactivate();
     activeGrid_ = grid;
+    std::erase_if(used_, [&grid](const OpenGrid& other) { return !other || other == grid; });
+    used_.push_back(grid);
     grid->Form_Activate();
 }
 
+// The grid that was used last before the closed one comes back.
 void wMain::GridUnloading() {
     if (!ActiveGrid()) ShowDocument({}, {});
     if (!Cell()) UpdateColors();
     ShowState();
+    std::erase_if(used_, [](const OpenGrid& grid) { return !grid; });
+    if (!ActiveGrid() && !used_.empty()) Activate(used_.back());
+}
+
+void wMain::Activate(const OpenGrid& grid) {
+    if (grid) area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(grid->parentWidget()));
+}
+
+void wMain::ActivateNext(int step) {
+    if (BusyGuard::Active()) return;
+    const std::vector<OpenGrid> grids = Grids();
+    const auto active = std::ranges::find(grids, ActiveGrid());
+    if (active == grids.end()) return;
+    const auto count = static_cast<int>(grids.size());
+    const int place = (static_cast<int>(active - grids.begin()) + step + count) % count;
+    Activate(grids[static_cast<std::size_t>(place)]);
+}
+
+void wMain::ShowTabs() {
+    tabs_->Show(Grids(), ActiveGrid());
 }
 
 bool wMain::IsOn(Mode mode) const {
@@ -249,6 +263,7 @@ void wMain::ShowDocument(const QString& path, const QString& caption) {
                        : title + QStringLiteral(" - ") +
                              QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     ShowPath(path);
+    ShowTabs();
 }
 
 void wMain::ShowPath(const QString& path) {

@@ -16,6 +16,7 @@
 #include "shell/Commands.h"
 
 class GridDocument;
+class GridTabs;
 class Palette;
 class QAction;
 class QLabel;
@@ -115,6 +116,7 @@ class wMain : public QMainWindow, public MainFrame {
     void BuildToolbar();
     void BuildStatusBar();
     void BuildPalette();
+    void BuildTabs();
 
     bool IsOn(Mode mode) const;
     void Switch(Mode mode);
@@ -146,6 +148,10 @@ class wMain : public QMainWindow, public MainFrame {
     void UnloadGrid(const OpenGrid& grid);
     void GridActivated(QMdiSubWindow* window);
     void GridUnloading();
+    void Activate(const OpenGrid& grid);
+    // On through the grids as their tabs stand, in a circle.
+    void ActivateNext(int step);
+    void ShowTabs();
     void OpenDroppedFiles();
     // Shows the puzzle that a text holds as a new grid; beeps at any other text.
     void PasteGrid(const QString& text);
@@ -153,6 +159,7 @@ class wMain : public QMainWindow, public MainFrame {
     void ShowNewGrid(std::unique_ptr<GridDocument> document);
     // In the status bar.
     void ShowPath(const QString& path);
+    // How far the active grid is, in the status bar; which grids are modified, on the tabs.
     void ShowState();
     std::string NextCaption();
     std::string CopyCaption(const std::string& caption) const;
@@ -162,6 +169,7 @@ class wMain : public QMainWindow, public MainFrame {
     void WithActiveGrid(const char* routine, Routine&& command);
 
     QMdiArea* area_;
+    GridTabs* tabs_ = nullptr;
     Palette* palette_ = nullptr;
     QLabel* pathPanel_ = nullptr;
     QLabel* statePanel_ = nullptr;
@@ -175,6 +183,7 @@ class wMain : public QMainWindow, public MainFrame {
     // How often grids had changed when the user agreed to the session's end.
     std::optional<std::uint64_t> committed_;
     OpenGrid activeGrid_;
+    std::vector<OpenGrid> used_;  // the last used one last; may hold closed ones
     QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;
     QStringList droppedFiles_;  // that still have to be opened

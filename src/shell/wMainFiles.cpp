@@ -126,6 +126,7 @@ void wMain::mnuFileSave_Click() {
     WithActiveGrid("mnuFileSave_Click", [this](const OpenGrid& grid) {
         if (grid->Path().isEmpty()) mnuFileSaveAs_Click();
         if (grid && grid->SaveOwnFile()) RememberFile(grid->Document().Path());
+        ShowState();
     });
 }
 

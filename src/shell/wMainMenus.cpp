@@ -4,12 +4,18 @@
 #include <QDockWidget>
 #include <QIcon>
 #include <QLabel>
+#include <QMdiArea>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 #include <array>
 #include <utility>
 
+#include "document/window/BusyGuard.h"
+#include "document/window/wGrid.h"
+#include "shell/GridTabs.h"
 #include "shell/Palette.h"
 #include "shell/wMain.h"
 
@@ -90,6 +96,39 @@ void wMain::BuildStatusBar() {
     statePanel_->setObjectName(QStringLiteral("state"));
     statePanel_->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(statePanel_);
+}
+
+void wMain::BuildTabs() {
+    auto* center = new QWidget(this);
+    tabs_ = new GridTabs(center);
+    auto* column = new QVBoxLayout(center);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(tabs_);
+    column->addWidget(area_, 1);
+    setCentralWidget(center);
+    // Whoever walks along the tabs stays on them.
+    connect(tabs_, &GridTabs::Chosen, this, [this](int place) {
+        const bool walking = tabs_->Strip().hasFocus();
+        const std::vector<OpenGrid> grids = Grids();
+        if (!BusyGuard::Active() && place < static_cast<int>(grids.size()))
+            Activate(grids[static_cast<std::size_t>(place)]);
+        ShowTabs();
+        if (walking) tabs_->Strip().setFocus();
+    });
+    connect(tabs_, &GridTabs::CloseAsked, this, [this](int place) {
+        const std::vector<OpenGrid> grids = Grids();
+        if (!RefusedWhileBusy() && place < static_cast<int>(grids.size()))
+            grids[static_cast<std::size_t>(place)]->parentWidget()->close();
+    });
+    const std::pair<QKeyCombination, int> keys[] = {{Qt::CTRL | Qt::Key_Tab, 1},
+                                                    {Qt::CTRL | Qt::Key_PageDown, 1},
+                                                    {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1},
+                                                    {Qt::CTRL | Qt::Key_PageUp, -1}};
+    for (const auto& [key, step] : keys) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this,
+                [this, step = step] { ActivateNext(step); });
+    }
 }
 
 void wMain::BuildPalette() {

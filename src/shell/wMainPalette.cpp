@@ -61,6 +61,7 @@ void wMain::ShowState() {
         }
     }
     if (text != statePanel_->text()) statePanel_->setText(text);
+    ShowTabs();
 }
 
 void wMain::cmdValue_Click(int index) {

@@ -70,7 +70,7 @@ class Program : public testing::Test {
         ::Set(Document(), index, record);
         Active().UpdateGrid();
     }
-    QMdiArea& Area() const { return *qobject_cast<QMdiArea*>(main->centralWidget()); }
+    QMdiArea& Area() const { return *main->findChild<QMdiArea*>(); }
     void Activate(std::size_t number) const {
         Area().setActiveSubWindow(qobject_cast<QMdiSubWindow*>(main->Grids().at(number)->parentWidget()));
         ServeEvents();

@@ -1,6 +1,8 @@
 // Opening and saving.
 
 #include <QDialog>
+#include <QTabBar>
+#include <QTest>
 #include <QWindow>
 
 #include "Program.h"
@@ -191,6 +193,59 @@ TEST_F(Files, ADropMeetsNeitherADialogNorARun) {
     ServeEvents();
     EXPECT_EQ(Grids(), "c, a, [d]");
     EXPECT_EQ(host.beeps, 0);
+}
+
+// ---- Tabs.
+
+TEST_F(Files, SeveralGridsHaveTabsThatChooseAndCloseThem) {
+    auto& strip = Child<QTabBar>(*main, "tabStrip");
+    const auto tabs = [&strip] {
+        QStringList texts;
+        for (int i = 0; i < strip.count(); ++i) {
+            texts += i == strip.currentIndex() ? '[' + strip.tabText(i) + ']' : strip.tabText(i);
+        }
+        return (strip.isVisible() ? texts.join(' ') : QString()).toStdString();
+    };
+    for (const char* name : {"a&b.nx3", "b.nx3", "c.nx3", "d.nx3"}) {
+        EXPECT_EQ(tabs(), name == std::string("c.nx3")   ? "a&&b [b]"
+                          : name == std::string("d.nx3") ? "a&&b b [c]"
+                                                         : "");
+        Open(GridFile(name));
+    }
+    const std::pair<QKeyCombination, const char*> keys[] = {
+        {Qt::CTRL | Qt::Key_Tab, "[a&&b] b c d"},
+        {Qt::CTRL | Qt::Key_PageDown, "a&&b [b] c d"},
+        {Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, "[a&&b] b c d"},
+        {Qt::CTRL | Qt::Key_PageUp, "a&&b b c [d]"}};
+    for (const auto& [key, shown] : keys) {
+        QTest::keyClick(main->focusWidget(), key.key(), key.keyboardModifiers());
+        ServeEvents();
+        EXPECT_EQ(tabs(), shown);
+        EXPECT_EQ(main->focusWidget(), Active().focusWidget());
+    }
+    QTest::mouseClick(&strip, Qt::LeftButton, {}, strip.tabRect(1).center());
+    strip.setFocus();
+    QTest::keyClick(&strip, Qt::Key_Right);
+    EXPECT_EQ(tabs(), "a&&b b [c] d");
+    EXPECT_TRUE(strip.hasFocus());
+    Active().ctrlCells(2).DoSelect();
+    QTest::keyClick(main->focusWidget(), Qt::Key_1);
+    EXPECT_EQ(tabs(), "a&&b b [c *] d");
+    Run("mnuEditUndo");
+    EXPECT_EQ(tabs(), "a&&b b [c] d");
+    // A closed one gives way to the one used last before; one behind the active goes without a trace.
+    QTest::mouseClick(&strip, Qt::MiddleButton, {}, strip.tabRect(2).center());
+    ServeEvents();
+    EXPECT_EQ(tabs() + Grids(), "a&&b [b] da&b, [b], d");
+    emit strip.tabCloseRequested(0);
+    ServeEvents();
+    EXPECT_EQ(tabs(), "[b] d");
+    {
+        const BusyGuard run(main.get());
+        emit strip.tabCloseRequested(1);
+        emit strip.currentChanged(1);
+        EXPECT_EQ(tabs() + Grids(), "[b] d[b], d");
+    }
 }
 
 }  // namespace
