@@ -60,6 +60,8 @@ class Palette : public QWidget {
     PaletteButton& cmdValue(int index) const { return *columns_[0][static_cast<std::size_t>(index)]; }
     PaletteButton& cmdMask(int index) const { return *columns_[1][static_cast<std::size_t>(index)]; }
 
+    // Where the Tab key stops first; null when no button is of use.
+    PaletteButton* FirstStop() const { return hasCell_ ? columns_[0][stops_[0]] : nullptr; }
     // After the buttons' states have changed. Without a current cell no button is of use, and none is a stop.
     void PlaceTabStops(bool hasCell);
 

@@ -3,15 +3,18 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
+#include <QToolBar>
 #include <algorithm>
 
 #include "diagnostics/ErrorHandling.h"
 #include "document/window/BusyGuard.h"
+#include "document/window/GridLayout.h"
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
 #include "platform/Host.h"
@@ -25,19 +28,23 @@
 #include "shell/GridTabs.h"
 #include "shell/Palette.h"
 #include "shell/Recovery.h"
+#include "shell/StartHints.h"
+#include "shell/StatusPanel.h"
+#include "shell/WindowPlace.h"
 #include "shell/wSplash.h"
 
 namespace {
 
-constexpr QSize firstSize(820, 690);
 constexpr QSize smallestSize(480, 420);
+constexpr int usualSide = 560;              // of the first grid's area
+constexpr double usualShare = 0.6;          // of a large screen's height
+constexpr double largestPalette = 1.0 / 3;  // of the window's width
+
 }  // namespace
 
 wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>()) {
     setObjectName(QStringLiteral("wMain"));
     setAcceptDrops(true);
-    setMinimumSize(smallestSize);
-    resize(firstSize);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area_->setFocusPolicy(Qt::NoFocus);
@@ -48,12 +55,48 @@ wMain::wMain() : area_(new QMdiArea(this)), recovery_(std::make_unique<Recovery>
     BuildTabs();
     BuildStatusBar();
     BuildPalette();
+    BuildHints();
+    BuildFocusRing();
     wMain::ShowDocument({}, {});
+    setMinimumSize(smallestSize.boundedTo(WindowPlace::Room(*this)));
+    if (!WindowPlace::Restore(*this)) TakeFirstSize();
+}
+
+// Asked before everything is laid out.
+int wMain::HeightAroundGrids() const {
+    return menuBar()->sizeHint().height() + toolbar_->sizeHint().height() + statusBar()->sizeHint().height();
+}
+
+void wMain::TakeFirstSize() {
+    const QSize room = WindowPlace::Room(*this);
+    const int separator = style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
+    const QSize around(palette_->sizeHint().width() + separator, HeightAroundGrids());
+    const int wanted = std::max(usualSide, static_cast<int>(usualShare * room.height()));
+    const QSize left = room - around;
+    const int side =
+        std::max(GridLayout::SmallestSide, std::min({wanted, left.width(), left.height()})) / 9 * 9;
+    resize((around + QSize(side, side)).expandedTo(minimumSize()));
+}
+
+// Of a wide window the palette takes what the grid does not need for square cells, as far as its buttons
+// look well.
+void wMain::ShareWidth() {
+    const int smallest = palette_->minimumSizeHint().width();
+    const int spare = width() - (height() - HeightAroundGrids());
+    const int largest = static_cast<int>(largestPalette * width());
+    palette_->setFixedWidth(std::max(smallest, std::min(spare, largest)));
+}
+
+void wMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    ShareWidth();
 }
 
 wMain::~wMain() {
-    // Grid windows reach for this window while they go; they go first, and nothing is laid out for them then.
+    // Grid windows reach for this window while they go; they go first, and nothing is laid out
+    // or shown for them then.
     area_->viewport()->removeEventFilter(this);
+    for (const OpenGrid& grid : Grids()) disconnect(grid.Get(), nullptr, this, nullptr);
     delete area_;
 }
 
@@ -131,6 +174,9 @@ bool wMain::eventFilter(QObject* watched, QEvent* event) {
 
 void wMain::MDIForm_Resize() {
     Trap("wMain", "MDIForm_Resize", [this] {
+        QRect hints = hints_->rect();
+        hints.moveCenter(area_->viewport()->rect().center());
+        hints_->setGeometry(hints);
         for (QMdiSubWindow* window : area_->subWindowList()) {
             if (window->isMinimized() || window->isMaximized()) window->showNormal();
             window->setGeometry(area_->viewport()->rect());
@@ -148,6 +194,7 @@ void wMain::closeEvent(QCloseEvent* event) {
         return event->ignore();
     }
     SaveRecentFiles();
+    WindowPlace::Keep(*this);
     if (splash_) splash_->close();
     event->accept();
 }
@@ -237,7 +284,9 @@ void wMain::ActivateNext(int step) {
 }
 
 void wMain::ShowTabs() {
-    tabs_->Show(Grids(), ActiveGrid());
+    const std::vector<OpenGrid> grids = Grids();
+    tabs_->Show(grids, ActiveGrid());
+    hints_->setVisible(grids.empty());
 }
 
 bool wMain::IsOn(Mode mode) const {

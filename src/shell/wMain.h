@@ -19,12 +19,13 @@ class GridDocument;
 class GridTabs;
 class Palette;
 class QAction;
-class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QToolBar;
 class Recovery;
+class StartHints;
+class StatusPanel;
 class wGrid;
 class wSplash;
 
@@ -105,6 +106,7 @@ class wMain : public QMainWindow, public MainFrame {
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -117,6 +119,12 @@ class wMain : public QMainWindow, public MainFrame {
     void BuildStatusBar();
     void BuildPalette();
     void BuildTabs();
+    void BuildHints();
+    void BuildFocusRing();
+    // Square cells, and no more than the screen has.
+    void TakeFirstSize();
+    int HeightAroundGrids() const;
+    void ShareWidth();
 
     bool IsOn(Mode mode) const;
     void Switch(Mode mode);
@@ -170,9 +178,11 @@ class wMain : public QMainWindow, public MainFrame {
 
     QMdiArea* area_;
     GridTabs* tabs_ = nullptr;
+    QToolBar* toolbar_ = nullptr;
     Palette* palette_ = nullptr;
-    QLabel* pathPanel_ = nullptr;
-    QLabel* statePanel_ = nullptr;
+    StartHints* hints_ = nullptr;
+    StatusPanel* pathPanel_ = nullptr;
+    StatusPanel* statePanel_ = nullptr;
     struct ModeActions {
         QAction* item = nullptr;
         QAction* button = nullptr;

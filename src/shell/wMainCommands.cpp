@@ -228,6 +228,6 @@ void wMain::mnuHelpHelp_Click() {
 void wMain::mnuHelpAbout_Click() {
     Trap("wMain", "mnuHelpAbout_Click", [this] {
         ShowSplash();
-        splash_->tmrClose().stop();
+        splash_->StayOpen();
     });
 }

@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QIcon>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QShortcut>
@@ -14,9 +13,13 @@
 #include <utility>
 
 #include "document/window/BusyGuard.h"
+#include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
+#include "shell/FocusRing.h"
 #include "shell/GridTabs.h"
 #include "shell/Palette.h"
+#include "shell/StartHints.h"
+#include "shell/StatusPanel.h"
 #include "shell/wMain.h"
 
 QIcon ToolPicture(const QString& key) {
@@ -65,11 +68,14 @@ void wMain::AddMenuItem(QMenu& menu, const Command& command) {
 }
 
 void wMain::BuildToolbar() {
-    QToolBar* tbrTools = addToolBar(QStringLiteral("Outils"));
+    QToolBar* tbrTools = toolbar_ = addToolBar(QStringLiteral("Outils"));
     tbrTools->setObjectName(QStringLiteral("tbrTools"));
     tbrTools->setMovable(false);
     tbrTools->setIconSize(QSize(32, 32));
     tbrTools->setContextMenuPolicy(Qt::PreventContextMenu);
+    // By itself a tool does not show that it has the keyboard.
+    tbrTools->setStyleSheet(
+        QStringLiteral("QToolButton:focus { border: 2px solid palette(highlight); border-radius: 4px; }"));
     for (const Command* command : ToolCommands()) {
         const QString key = QLatin1String(command->name);
         const QString text = QString::fromUtf8(command->toolTip);
@@ -85,17 +91,34 @@ void wMain::BuildToolbar() {
 
 void wMain::BuildStatusBar() {
     statusBar()->setObjectName(QStringLiteral("sbrStatus"));
-    pathPanel_ = new QLabel(this);
-    pathPanel_->setObjectName(QStringLiteral("path"));
-    pathPanel_->setTextFormat(Qt::PlainText);
+    pathPanel_ = new StatusPanel(this, QStringLiteral("path"));
     // A long path must not widen the window.
     pathPanel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(pathPanel_, 1);
     // Always there, and on the right, where it moves nothing when its text changes.
-    statePanel_ = new QLabel(this);
-    statePanel_->setObjectName(QStringLiteral("state"));
-    statePanel_->setTextFormat(Qt::PlainText);
+    statePanel_ = new StatusPanel(this, QStringLiteral("state"));
     statusBar()->addPermanentWidget(statePanel_);
+}
+
+void wMain::BuildHints() {
+    hints_ = new StartHints(area_->viewport());
+    connect(hints_, &QLabel::linkActivated, this, [this](const QString& command) {
+        if (auto* item = findChild<QAction*>(command)) item->trigger();
+    });
+}
+
+void wMain::BuildFocusRing() {
+    auto* ring = new FocusRing(this);
+    ring->Add(area_, [this]() -> QWidget* {
+        const OpenGrid grid = ActiveGrid();
+        return grid ? static_cast<QWidget*>(&grid->KeyboardCell()) : hints_;
+    });
+    ring->Add(palette_, [this] { return palette_->FirstStop(); });
+    ring->Add(toolbar_);
+    ring->Add(tabs_, [this] { return &tabs_->Strip(); });
+    for (StatusPanel* panel : {pathPanel_, statePanel_}) {
+        ring->Add(panel, [panel] { return panel->text().isEmpty() ? nullptr : panel; });
+    }
 }
 
 void wMain::BuildTabs() {

@@ -1,7 +1,5 @@
 // The palette's commands: what the keyboard enters goes the same way.
 
-#include <QLabel>
-
 #include "diagnostics/ErrorHandling.h"
 #include "document/GridDocument.h"
 #include "document/window/ctrlCell.h"
@@ -9,6 +7,7 @@
 #include "engine/clsCell.h"
 #include "platform/Host.h"
 #include "shell/Palette.h"
+#include "shell/StatusPanel.h"
 #include "shell/wMain.h"
 
 // A cell of a grid that was closed is none any more.

@@ -16,11 +16,12 @@ constexpr int displayTime = 3000;  // milliseconds
 }  // namespace
 
 wSplash::wSplash(QWidget* owner)
-    : QWidget(owner, Qt::Dialog | Qt::FramelessWindowHint),
+    : QWidget(owner, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus),
       lblVersion_(new QLabel(this)),
       tmrClose_(new QTimer(this)) {
     setObjectName(QStringLiteral("wSplash"));
     setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowTitle(QStringLiteral("Ninarix"));
     setFixedSize(splashSize);
     Trap("wSplash", "Form_Load", [this] {
@@ -47,6 +48,13 @@ void wSplash::Present() {
     move(parentWidget()->screen()->availableGeometry().center() - rect().center());
     show();
     raise();
+}
+
+void wSplash::StayOpen() {
+    tmrClose_->stop();
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
+    setWindowFlag(Qt::WindowDoesNotAcceptFocus, false);  // hides it
+    Present();
     activateWindow();
 }
 

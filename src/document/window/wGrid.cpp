@@ -160,8 +160,7 @@ void wGrid::SetColors(const ColorTable::Colors& colors) {
 }
 
 void wGrid::TabStop(bool on) {
-    ctrlCell* cell = currentCell_ ? currentCell_ : cells_.front();
-    cell->setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+    KeyboardCell().setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 // By itself the toolkit walks in a circle inside the sub-window.
@@ -178,8 +177,7 @@ bool wGrid::focusNextPrevChild(bool next) {
 }
 
 void wGrid::SetFocus() {
-    ctrlCell* cell = currentCell_ ? currentCell_ : cells_.front();
-    cell->setFocus();
+    KeyboardCell().setFocus();
 }
 
 void wGrid::FlashRefusal() {

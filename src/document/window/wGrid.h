@@ -66,6 +66,7 @@ class wGrid : public QWidget {
     bool Closed() const { return closed_; }
     // The keyboard goes to the current cell, at first to cell 1.
     void SetFocus();
+    ctrlCell& KeyboardCell() const { return *(currentCell_ ? currentCell_ : cells_.front()); }
     // The current cell shows that something was refused.
     void FlashRefusal();
 

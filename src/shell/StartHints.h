@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QLabel>
+
+// What the empty area says: how to begin, each way with its key. Its lines are links that name a command.
+class StartHints : public QLabel {
+    Q_OBJECT
+
+  public:
+    explicit StartHints(QWidget* parent);
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void Fill();
+};
