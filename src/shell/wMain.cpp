@@ -70,7 +70,7 @@ int wMain::HeightAroundGrids() const {
 void wMain::TakeFirstSize() {
     const QSize room = WindowPlace::Room(*this);
     const int separator = style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
-    const QSize around(palette_->sizeHint().width() + separator, HeightAroundGrids());
+    const QSize around(palette_->sizeHint().width() + 2 * separator, HeightAroundGrids());
     const int wanted = std::max(usualSide, static_cast<int>(usualShare * room.height()));
     const QSize left = room - around;
     const int side =

@@ -64,7 +64,7 @@ answer() { # KEY...: to a message box that was not there before
 }
 click() { xdotool mousemove --window "$main" "$@" click 1; } # X Y in the main window, which is in front
 click_cell() { # ROW COLUMN KEY...: in its middle, in the window's first size
-    click $((40 + 73 * ($2 - 1))) $((122 + 64 * ($1 - 1)))
+    click $((31 + 62 * ($2 - 1))) $((97 + 62 * ($1 - 1)))
     key "${@:3}"
 }
 
@@ -126,14 +126,35 @@ expect 'their locks' "$(fields "$puzzle" 2)" "${givens//[1-9]/1}"
 key ctrl+i
 click_cell 1 3 4
 click_cell 2 2
-click 710 513 # the value 7
+click 610 484 # the value 7
 click_cell 9 1
-click 779 289 # the candidate 3
+click 680 276 # the candidate 3
 save "$puzzle"
 expect 'played' "$(records "$puzzle" | sed -n '3p;11p;73p' | tr '\n' ' ')" '4|0|0 7|0|0 0|0|8 '
 key ctrl+z ctrl+z ctrl+z
 save "$puzzle"
 expect 'undone' "$(records "$puzzle")" "$typed"
+
+# ---- Play it through by the number row of a French keyboard, without Shift; the 1 is key 10. Exclude the last
+# cell's own digit and readmit it. Undo all of it.
+setxkbmap fr
+keys=(ctrl+Home)
+for cell in {0..80}; do
+    [ "$cell" != 78 ] || keys+=(ctrl+10 ctrl+10)
+    [ "${givens:cell:1}" != 0 ] || keys+=($((9 + ${solution:cell:1})))
+    keys+=(Right)
+    ((cell % 9 < 8)) || keys+=(Home Down)
+done
+key "${keys[@]}"
+answer Return # well done
+setxkbmap us
+main 'Ninarix - puzzle'
+save "$puzzle"
+expect 'played through' "$(fields "$puzzle" 1)" "$solution"
+# shellcheck disable=SC2046
+key $(printf 'ctrl+z %.0s' {1..53})
+save "$puzzle"
+expect 'undone again' "$(records "$puzzle")" "$typed"
 
 # ---- Solve a duplicate; the puzzle stays as it is.
 key ctrl+d
