@@ -63,8 +63,8 @@ answer() { # KEY...: to a message box that was not there before
     key "$@"
 }
 click() { xdotool mousemove --window "$main" "$@" click 1; } # X Y in the main window, which is in front
-click_cell() { # ROW COLUMN KEY...: in its middle, in the window's first size
-    click $((31 + 62 * ($2 - 1))) $((97 + 62 * ($1 - 1)))
+click_cell() { # ROW COLUMN KEY...: in the window's first size, with tabs and without
+    click $((31 + 60 * ($2 - 1))) $((110 + 62 * ($1 - 1)))
     key "${@:3}"
 }
 
