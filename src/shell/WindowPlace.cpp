@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -31,7 +32,15 @@ QSize Room(const QWidget& window) {
 bool Restore(QWidget& window) {
     std::string bytes;
     if (platform::ReadWholeFile(File(), bytes, longest) != platform::FileState::Read) return false;
-    return window.restoreGeometry(QByteArray::fromStdString(bytes));
+    if (!window.restoreGeometry(QByteArray::fromStdString(bytes))) return false;
+    // The toolkit brings it back from screens that are gone, but makes it no smaller.
+    const QRect screen = window.screen()->availableGeometry();
+    QRect place = window.geometry();
+    place.setSize(place.size().boundedTo(Room(window)));
+    place.moveRight(std::min(place.right(), screen.right()));
+    place.moveBottom(std::min(place.bottom(), screen.bottom()));
+    if (!window.isMaximized()) window.setGeometry(place);
+    return true;
 }
 
 void Keep(const QWidget& window) {

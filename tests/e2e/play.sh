@@ -192,9 +192,16 @@ answer alt+n
 ended
 tr -d '\r' <"$settings" | grep -qx "1=$puzzle" || fail 'the puzzle is not the first recent file'
 
-# ---- A file on the command line.
+# ---- A file on the command line. Beside the splash the keyboard is the grid's.
+sed -i 's/NoSplash=1/NoSplash=0/' "$settings"
 start "$branch"
-main 'Ninarix - branch'
+until_true 'the splash is shown' xdotool search --onlyvisible --name '^Ninarix$'
+main 'Ninarix - branch' ctrl+Home End Delete
+xdotool search --onlyvisible --name '^Ninarix$' >"$box/splash" || fail 'the splash is gone too early to tell'
+save "$branch"
+expect 'deleted beside the splash' "$(records "$branch" | sed -n 9p)" '0|0|0'
+until_true 'the splash goes' bash -c "! xdotool search --onlyvisible --name '^Ninarix$'"
+sed -i 's/NoSplash=0/NoSplash=1/' "$settings"
 
 # ---- Told to end with unsaved work, and later killed: the next start brings it back.
 asks() { # a second window of the main window's title, which is younger, has the keyboard

@@ -2,7 +2,10 @@
 
 #include "shell/wMain.h"
 
+#include <QApplication>
+#include <QScreen>
 #include <QTest>
+#include <QToolButton>
 #include <algorithm>
 
 #include "Program.h"
@@ -32,6 +35,56 @@ TEST_F(StartUp, OneFileIsOpenedOfTheWholeCommandLine) {
         EXPECT_TRUE(*grids == '\0' || PathPanel().starts_with('/')) << PathPanel();
     }
     EXPECT_TRUE(main->isVisible() && LastBox().starts_with("16 Error Nr 53")) << LastBox();
+}
+
+// ---- The window.
+
+TEST_F(StartUp, TheFirstWindowHasSquareCellsTheNextOnesTheLastPlaceAsFarAsItFits) {
+    Start();
+    Run("mnuFileNew");
+    EXPECT_NEAR(Active().width(), Active().height(), 6);
+    const QSize first = main->size();
+    const QSize screen = main->screen()->availableSize();
+    EXPECT_TRUE(first.width() < screen.width() && first.height() < screen.height());
+    main->resize(700, 500);
+    main->close();
+    Start();
+    EXPECT_EQ(main->size(), QSize(700, 500));
+    main->resize(3000, 3000);
+    main->close();
+    Start();
+    EXPECT_TRUE(main->width() <= screen.width() && main->height() <= screen.height());
+    ScriptedHost::WriteFile(host.StateFolder() + "/window", "nulle part");
+    Start();
+    EXPECT_EQ(main->size(), first);
+}
+
+TEST_F(StartUp, TheEmptyAreaSaysHowToBegin) {
+    Start();
+    auto& hints = Child<QLabel>(*main, "lblStartHints");
+    EXPECT_TRUE(hints.isVisible() && hints.text().contains("Ctrl+G"));
+    emit hints.linkActivated("mnuFileNew");
+    EXPECT_EQ(Grids(), "[Grille1]");
+    EXPECT_FALSE(hints.isVisible());
+    Run("mnuFileClose");
+    EXPECT_TRUE(hints.isVisible());
+}
+
+TEST_F(StartUp, F6LeadsTheKeyboardThroughThePartsOfTheWindow) {
+    Start();
+    Open(GridFile("a.nx3"));
+    Open(GridFile("b.nx3"));
+    QApplication::setActiveWindow(main.get());
+    const std::pair<QKeyCombination, const char*> walk[] = {
+        {Qt::Key_F6, "cmdValue(0)"}, {Qt::Key_F6, "mnuFileQuit"},  {Qt::Key_Right, "mnuFileNew"},
+        {Qt::Key_End, "mnuHelpAsk"}, {Qt::Key_F6, "tabStrip"},     {Qt::Key_F6, "path"},
+        {Qt::Key_F6, "state"},       {Qt::Key_F6, "ctrlCells(1)"}, {Qt::SHIFT | Qt::Key_F6, "state"}};
+    for (const auto& [key, name] : walk) {
+        QTest::keyClick(main->focusWidget(), key.key(), key.keyboardModifiers());
+        const auto* tool = qobject_cast<QToolButton*>(main->focusWidget());
+        const QObject* at = tool ? static_cast<const QObject*>(tool->defaultAction()) : main->focusWidget();
+        EXPECT_TRUE(at->objectName().contains(name)) << name << " " << at->objectName().toStdString();
+    }
 }
 
 // ---- Settings.
