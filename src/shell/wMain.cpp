@@ -18,6 +18,7 @@
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
 #include "platform/Host.h"
+#include "platform/qt/Announce.h"
 #include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
 #include "settings/FilesPaths.h"
@@ -258,6 +259,7 @@ void wMain::GridActivated(QMdiSubWindow* window) {
     std::erase_if(used_, [&grid](const OpenGrid& other) { return !other || other == grid; });
     used_.push_back(grid);
     grid->Form_Activate();
+    platform_qt::Announce(grid->Caption() + QStringLiteral(", ") + statePanel_->text());
 }
 
 // The grid that was used last before the closed one comes back.
@@ -302,6 +304,8 @@ void wMain::ModeSwitched(const Command& command) {
     const bool on = actions.item->isChecked();
     actions.button->setChecked(on);
     actions.button->setIcon(ToolPicture(QLatin1String(on ? command.pictureOn : command.name)));
+    QString caption = QString::fromUtf8(command.caption).remove(QLatin1Char('&'));
+    platform_qt::Announce(caption + (on ? QStringLiteral(" : oui") : QStringLiteral(" : non")));
     if (command.changed) (this->*command.changed)();
 }
 

@@ -135,8 +135,8 @@ class wMain : public QMainWindow, public MainFrame {
     void Recolor();
     void WriteFirstSettings();
 
-    // The current cell, if there is one, shows what the beep tells.
-    void Refuse() const;
+    // The current cell, if there is one, shows what the beep tells, and the reason is said: the digit.
+    void Refuse(int digit) const;
 
     void MDIForm_Resize();
     bool MDIForm_QueryUnload();

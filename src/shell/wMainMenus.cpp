@@ -15,6 +15,7 @@
 #include "document/window/BusyGuard.h"
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
+#include "platform/qt/Announce.h"
 #include "shell/FocusRing.h"
 #include "shell/GridTabs.h"
 #include "shell/Palette.h"
@@ -57,6 +58,14 @@ void wMain::AddMenuItem(QMenu& menu, const Command& command) {
             item->setCheckable(true);
             modes_[static_cast<std::size_t>(command.mode)].item = item;
             connect(item, &QAction::toggled, this, [this, &command] { ModeSwitched(command); });
+            // Readers get the names of items, not whether they are checked; that is said after the name.
+            connect(
+                item, &QAction::hovered, this,
+                [item] {
+                    platform_qt::Announce(item->isChecked() ? QStringLiteral("coché")
+                                                            : QStringLiteral("non coché"));
+                },
+                Qt::QueuedConnection);
             break;
         case Command::Kind::Rule:
             item->setSeparator(true);

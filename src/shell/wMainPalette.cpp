@@ -6,6 +6,7 @@
 #include "document/window/wGrid.h"
 #include "engine/clsCell.h"
 #include "platform/Host.h"
+#include "platform/qt/Announce.h"
 #include "shell/Palette.h"
 #include "shell/StatusPanel.h"
 #include "shell/wMain.h"
@@ -59,19 +60,23 @@ void wMain::ShowState() {
                                          : QStringLiteral("Grille complète");
         }
     }
-    if (text != statePanel_->text()) statePanel_->setText(text);
+    if (text != statePanel_->text()) {
+        statePanel_->setText(text);
+        // At every entry the number of empty cells would be said beside it.
+        if (!text.contains(QLatin1String("vides"))) platform_qt::Announce(text);
+    }
     ShowTabs();
 }
 
 void wMain::cmdValue_Click(int index) {
     Trap("wMain", "cmdValue_Click", [&] {
         const ctrlCell* cell = Cell();
-        if (!cell) return Refuse();
+        if (!cell) return Refuse(index);
         wGrid& grid = *cell->ParentGrid();
         GridDocument& document = grid.Document();
         const bool finished = document.Standing().Finished();
         const EntryModes modes{InitialisationMode(), MasksHidden()};
-        if (!document.EnterValue(cell->mCell()->GridIndex(), index, modes)) return Refuse();
+        if (!document.EnterValue(cell->mCell()->GridIndex(), index, modes)) return Refuse(index);
         grid.ShowCells();
         grid.SetFocus();
         if (finished || modes.initialisation || !document.Standing().Finished()) return;
@@ -83,21 +88,34 @@ void wMain::cmdValue_Click(int index) {
 void wMain::cmdMask_Click(int index) {
     Trap("wMain", "cmdMask_Click", [&] {
         const ctrlCell* cell = Cell();
-        if (!cell) return Refuse();
+        if (!cell) return Refuse(index);
         wGrid& grid = *cell->ParentGrid();
         grid.Document().SwitchExclusion(cell->mCell()->GridIndex(), index);
         grid.ShowCells();
+        if (index == 0) return platform_qt::Announce(QStringLiteral("Tous les chiffres réadmis"));
+        platform_qt::Announce(
+            (cell->mCell()->Inhib(index) ? QStringLiteral("%1 exclu") : QStringLiteral("%1 réadmis"))
+                .arg(index));
     });
 }
 
 void wMain::ToggleCandidate(int digit) {
     Trap("wMain", "ToggleCandidate", [&] {
-        if (digit != 0 && !palette_->cmdMask(digit).isEnabled()) return Refuse();
+        if (digit != 0 && !palette_->cmdMask(digit).isEnabled()) return Refuse(digit);
         cmdMask_Click(digit);
     });
 }
 
-void wMain::Refuse() const {
+void wMain::Refuse(int digit) const {
     platform::TheHost().messages->Beep();
-    if (const ctrlCell* cell = Cell()) cell->ParentGrid()->FlashRefusal();
+    const ctrlCell* cell = Cell();
+    if (!cell) return;
+    cell->ParentGrid()->FlashRefusal();
+    QString reason = QStringLiteral("%1 impossible ici").arg(digit);
+    if (cell->Locked() && !InitialisationMode()) {
+        reason = QStringLiteral("Case donnée");
+    } else if (cell->mCell()->Inhib(digit)) {
+        reason = QStringLiteral("%1 exclu").arg(digit);
+    }
+    platform_qt::Announce(reason);
 }

@@ -63,15 +63,33 @@ TEST_F(CellView, KeysAreReportedByMeaningByTypedTextAndByPlace) {
     }
 }
 
-TEST_F(CellView, PlaceAndContentsAreSpoken) {
-    const std::pair<const char*, const char*> cases[] = {{"0|0|994", "vide, candidats 2, 3 et 4"},
-                                                         {"0|0|1018", "vide, candidat 2"},
-                                                         {"7|1|0", "7, donnée verrouillée"}};
-    for (const auto& [record, spoken] : cases) {
+TEST_F(CellView, IsANumberFieldForTheEarThatCanBePlayedIn) {
+    auto* spoken = QAccessible::queryAccessibleInterface(view.get());
+    // A record; place and value as they are said; candidates on demand.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"0|0|994", "Ligne 3, colonne 5 vide", "candidats 2, 3 et 4"},
+        {"0|0|1018", "Ligne 3, colonne 5 vide", "candidat 2"},
+        {"0|0|1022", "Ligne 3, colonne 5 vide", "aucun candidat"},
+        {"6|0|0", "Ligne 3, colonne 5 6", ""},
+        {"7|1|0", "Ligne 3, colonne 5, donnée 7", ""}};
+    for (const auto& [record, place, candidates] : cases) {
         ApplyState(Cell(), ParseRecord(record));
-        EXPECT_EQ(QAccessible::queryAccessibleInterface(view.get())->text(QAccessible::Name).toStdString(),
-                  std::string("Ligne 3, colonne 5, ") + spoken);
+        view->ManageMasks();
+        auto* text = spoken->textInterface();
+        EXPECT_EQ(
+            (spoken->text(QAccessible::Name) + ' ' + text->text(0, text->characterCount())).toStdString(),
+            place);
+        EXPECT_EQ(spoken->text(QAccessible::Help).toStdString(), candidates);
     }
+    EXPECT_TRUE(spoken->role() == QAccessible::SpinBox && spoken->state().readOnly);
+    std::string played;
+    QObject::connect(view.get(), &ctrlCell::Click, [&] { played += "click "; });
+    QObject::connect(view.get(), &ctrlCell::Keypress, [&](int key) { played += static_cast<char>(key); });
+    QObject::connect(view.get(), &ctrlCell::KeyDown,
+                     [&](int code) { played += "code " + std::to_string(code); });
+    spoken->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    for (const int value : {5, 0, 10, -1}) spoken->valueInterface()->setCurrentValue(value);
+    EXPECT_EQ(played, "click click 5click code 46");
     view.reset();
     Cell().Value(4);  // a model outlives its views
 }

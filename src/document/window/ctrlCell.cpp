@@ -7,10 +7,12 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "diagnostics/ErrorHandling.h"
 #include "document/window/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
+#include "platform/qt/Announce.h"
 #include "platform/qt/Contrast.h"
 #include "platform/qt/NumberRow.h"
 #include "platform/qt/QtHost.h"
@@ -88,6 +90,7 @@ void ctrlCell::mCell(clsCell* cell) {
     cell_->OnChange([this](std::uint8_t value) { mCell_Change(value); });
     ShowValue(cell_->Value());
     ManageMasks();
+    toldValue_ = cell_->Value();
 }
 
 void ctrlCell::BackColor(const QColor& color) {
@@ -172,30 +175,34 @@ void ctrlCell::ManageMasks() {
         changed = changed || visible != label.visible;
         label.visible = visible;
     }
-    if (!changed) return;
-    update();
-    AnnounceCellChange(*this);
+    if (changed) update();
 }
 
 QString ctrlCell::PlaceText() const {
     if (!cell_) return {};
-    return QStringLiteral("Ligne %1, colonne %2").arg(cell_->Row()).arg(cell_->Col());
+    const QString place = QStringLiteral("Ligne %1, colonne %2").arg(cell_->Row()).arg(cell_->Col());
+    return cell_->Locked() ? place + QStringLiteral(", donnée") : place;
 }
 
-QString ctrlCell::StateText() const {
-    if (!cell_) return {};
-    if (!lblValue_.text.isEmpty()) {
-        return cell_->Locked() ? QStringLiteral("%1, donnée verrouillée").arg(lblValue_.text)
-                               : lblValue_.text;
-    }
+QString ctrlCell::ValueText() const {
+    return lblValue_.text.isEmpty() ? QStringLiteral("vide") : lblValue_.text;
+}
+
+QString ctrlCell::CandidatesText() const {
+    if (!cell_ || !lblValue_.text.isEmpty()) return {};
     QStringList candidates;
     for (const CellLabel& label : lblMask_) {
         if (label.visible) candidates.append(label.text);
     }
-    if (candidates.isEmpty()) return QStringLiteral("vide");
-    if (candidates.size() == 1) return QStringLiteral("vide, candidat %1").arg(candidates.constFirst());
+    if (noMask_) return QStringLiteral("chiffres d'aide masqués");
+    if (candidates.isEmpty()) return QStringLiteral("aucun candidat");
+    if (candidates.size() == 1) return QStringLiteral("candidat %1").arg(candidates.constFirst());
     const QString last = candidates.takeLast();
-    return QStringLiteral("vide, candidats %1 et %2").arg(candidates.join(QStringLiteral(", ")), last);
+    return QStringLiteral("candidats %1 et %2").arg(candidates.join(QStringLiteral(", ")), last);
+}
+
+void ctrlCell::TellChange() {
+    if (std::exchange(toldValue_, Value()) != Value()) AnnounceCellChange(*this);
 }
 
 void ctrlCell::mCell_Change(std::uint8_t value) {
@@ -212,7 +219,6 @@ void ctrlCell::ShowValue(std::uint8_t value) {
     showsGiven_ = Locked();
     lblValue_.color = showsGiven_ ? lockedColor_ : unlockedColor_;
     update();
-    AnnounceCellChange(*this);
 }
 
 void ctrlCell::DigitSizes(double value, double candidate) {
@@ -289,6 +295,7 @@ void ctrlCell::mouseDoubleClickEvent(QMouseEvent* event) {
 void ctrlCell::keyPressEvent(QKeyEvent* event) {
     Trap("ctrlCell", "UserControl_KeyDown",
          [&] { emit KeyDown(KeyCodeOf(event->key()), ShiftStateOf(event->modifiers())); });
+    if (event->key() == Qt::Key_Space) platform_qt::Announce(CandidatesText());
     const Qt::KeyboardModifiers held = event->modifiers() & ~Qt::KeypadModifier;
     if (held & (Qt::AltModifier | Qt::MetaModifier)) return;
     if (held & Qt::ControlModifier) {

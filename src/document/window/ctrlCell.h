@@ -93,10 +93,13 @@ class ctrlCell : public QWidget {
                    const QColor& mask);
     void ManageMasks();
 
-    // For assistive technology: "Ligne 3, colonne 5", and "vide, candidats 2 et 7" or "7, donnée
-    // verrouillée".
+    // For assistive technology: "Ligne 3, colonne 5", with ", donnée" for a given; "7" or "vide"; "candidats
+    // 2 et 7", empty for a cell with a value.
     QString PlaceText() const;
-    QString StateText() const;
+    QString ValueText() const;
+    QString CandidatesText() const;
+    // Once a change is shown as a whole: it is told, if there is one.
+    void TellChange();
 
     const CellLabel& lblValue() const { return lblValue_; }
     const CellLabel& lblMask(int d) const { return lblMask_[static_cast<std::size_t>(d - 1)]; }
@@ -136,6 +139,7 @@ class ctrlCell : public QWidget {
     QColor unlockedColor_;
     bool noMask_ = false;
     bool showsGiven_ = false;
+    std::uint8_t toldValue_ = 0;
     bool current_ = false;
     int flashes_ = 0;  // changes of the frame that are still to come
     QBasicTimer tmrFlash_;

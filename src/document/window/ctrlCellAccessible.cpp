@@ -7,22 +7,84 @@
 
 namespace {
 
-class CellAccessible : public QAccessibleWidget {
+// A cell is a number field: of other kinds readers do not say that a value has changed while the keyboard
+// is there. They say its text where it has one - "6", "vide" - and its number, "0", where it has none.
+class CellAccessible : public QAccessibleWidget,
+                       public QAccessibleValueInterface,
+                       public QAccessibleTextInterface {
   public:
-    explicit CellAccessible(ctrlCell* cell) : QAccessibleWidget(cell, QAccessible::Cell) {}
+    explicit CellAccessible(ctrlCell* cell) : QAccessibleWidget(cell, QAccessible::SpinBox) {}
 
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
+        if (type == QAccessible::TextInterface) return static_cast<QAccessibleTextInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
     QString text(QAccessible::Text kind) const override {
-        const auto* cell = static_cast<const ctrlCell*>(object());
         switch (kind) {
-            // Readers speak the name of an object that gets the focus, so the name says it all.
             case QAccessible::Name:
-                return cell->PlaceText() + QStringLiteral(", ") + cell->StateText();
+                return Cell().PlaceText();
             case QAccessible::Value:
-                return cell->StateText();
+                return Cell().ValueText();
+            case QAccessible::Help:  // a description would be said at every move
+                return Cell().CandidatesText();
             default:
                 return QAccessibleWidget::text(kind);
         }
     }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focusable = true;
+        state.selectable = true;
+        state.selected = Cell().Current();
+        state.readOnly = Cell().Locked();
+        return state;
+    }
+    QStringList actionNames() const override {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& action) override {
+        if (action != pressAction()) return QAccessibleWidget::doAction(action);
+        Cell().DoSelect();
+    }
+
+    // ---- The value. Setting it is typing it.
+    QVariant currentValue() const override { return int{Cell().Value()}; }
+    QVariant minimumValue() const override { return 0; }
+    QVariant maximumValue() const override { return 9; }
+    QVariant minimumStepSize() const override { return 1; }
+    void setCurrentValue(const QVariant& value) override {
+        const int digit = value.toInt();
+        if (digit < 0 || digit > 9) return;
+        Cell().DoSelect();
+        if (digit == 0) {
+            emit Cell().KeyDown(KeyCode::Delete, 0);
+        } else {
+            emit Cell().Keypress('0' + digit);
+        }
+    }
+
+    // ---- The text of the value, which cannot be edited as a text.
+    void selection(int /*index*/, int* start, int* end) const override { *start = *end = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int /*start*/, int /*end*/) override {}
+    void removeSelection(int /*index*/) override {}
+    void setSelection(int /*index*/, int /*start*/, int /*end*/) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int /*position*/) override {}
+    QString text(int start, int end) const override { return Cell().ValueText().mid(start, end - start); }
+    int characterCount() const override { return static_cast<int>(Cell().ValueText().size()); }
+    QRect characterRect(int /*offset*/) const override { return rect(); }
+    int offsetAtPoint(const QPoint& /*point*/) const override { return 0; }
+    void scrollToSubstring(int /*start*/, int /*end*/) override {}
+    QString attributes(int /*offset*/, int* start, int* end) const override {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
+  private:
+    ctrlCell& Cell() const { return *static_cast<ctrlCell*>(object()); }
 };
 
 QAccessibleInterface* MakeCellAccessible(const QString& /*className*/, QObject* object) {
@@ -42,8 +104,6 @@ void InstallCellAccessibility() {
 
 void AnnounceCellChange(ctrlCell& cell) {
     if (!QAccessible::isActive()) return;
-    QAccessibleEvent renamed(&cell, QAccessible::NameChanged);
-    QAccessible::updateAccessibility(&renamed);
-    QAccessibleValueChangeEvent changed(&cell, cell.StateText());
+    QAccessibleValueChangeEvent changed(&cell, int{cell.Value()});
     QAccessible::updateAccessibility(&changed);
 }

@@ -2,8 +2,9 @@
 
 class ctrlCell;
 
-// Lets assistive technology read the cells. Installed once for the whole program; further calls do nothing.
+// Lets assistive technology read the cells and play in them. Installed once for the whole program; further
+// calls do nothing.
 void InstallCellAccessibility();
 
-// Tells assistive technology, when there is any, that the cell shows something else.
+// Tells assistive technology, when there is any, that the cell has another value.
 void AnnounceCellChange(ctrlCell& cell);

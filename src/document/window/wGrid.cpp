@@ -105,6 +105,7 @@ QString wGrid::Caption() const {
 
 // A file may be called "a[*]b", which the toolkit would read as its mark of modified windows.
 void wGrid::ShowCaption() {
+    setAccessibleName(Caption());
     setWindowTitle(Caption().replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
 }
 
@@ -129,6 +130,7 @@ void wGrid::ShowCells() {
             cell->NoMask(hidden);
             cell->ManageMasks();
         }
+        for (ctrlCell* cell : cells_) cell->TellChange();
         frame_.UpdateColors();
     });
 }
