@@ -91,10 +91,15 @@ void wMain::BuildToolbar() {
         QAction* button = tbrTools->addAction(ToolPicture(key), text);
         button->setObjectName(QStringLiteral("tbrTools(%1)").arg(key));
         button->setToolTip(text);
-        connect(button, &QAction::triggered, this, command->click);
-        if (command->kind != Command::Kind::Check) continue;
+        if (command->kind != Command::Kind::Check) {
+            connect(button, &QAction::triggered, this, command->click);
+            continue;
+        }
+        ModeActions& mode = modes_[static_cast<std::size_t>(command->mode)];
         button->setCheckable(true);
-        modes_[static_cast<std::size_t>(command->mode)].button = button;
+        mode.button = button;
+        // Assistive technology switches it without pressing it.
+        connect(button, &QAction::toggled, mode.item, &QAction::setChecked);
     }
 }
 

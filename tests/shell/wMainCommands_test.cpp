@@ -246,6 +246,7 @@ TEST_F(PaletteTest, EachColumnIsOneStopOfTheTabKeyAndTheArrowsWalkInside) {
     auto* mask = QAccessible::queryAccessibleInterface(&palette.cmdMask(3));
     EXPECT_EQ(mask->text(QAccessible::Name), "Exclure le 3");
     mask->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    ServeEvents();
     EXPECT_EQ(State(1), "0|0|8");
     EXPECT_EQ(mask->text(QAccessible::Name), "Réadmettre le 3");
     Run("mnuFileClose", MessageButton::No);

@@ -88,7 +88,10 @@ TEST_F(CellView, IsANumberFieldForTheEarThatCanBePlayedIn) {
     QObject::connect(view.get(), &ctrlCell::KeyDown,
                      [&](int code) { played += "code " + std::to_string(code); });
     spoken->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    for (const int value : {5, 0, 10, -1}) spoken->valueInterface()->setCurrentValue(value);
+    for (const int value : {5, 0, 10, -1}) {
+        spoken->valueInterface()->setCurrentValue(value);
+        QCoreApplication::processEvents();
+    }
     EXPECT_EQ(played, "click click 5click code 46");
     view.reset();
     Cell().Value(4);  // a model outlives its views

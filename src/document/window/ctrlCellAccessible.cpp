@@ -57,11 +57,17 @@ class CellAccessible : public QAccessibleWidget,
         const int digit = value.toInt();
         if (digit < 0 || digit > 9) return;
         Cell().DoSelect();
-        if (digit == 0) {
-            emit Cell().KeyDown(KeyCode::Delete, 0);
-        } else {
-            emit Cell().Keypress('0' + digit);
-        }
+        // Later: a message may come of it, and who asked must not wait for its end.
+        QMetaObject::invokeMethod(
+            &Cell(),
+            [&cell = Cell(), digit] {
+                if (digit == 0) {
+                    emit cell.KeyDown(KeyCode::Delete, 0);
+                } else {
+                    emit cell.Keypress('0' + digit);
+                }
+            },
+            Qt::QueuedConnection);
     }
 
     // ---- The text of the value, which cannot be edited as a text.
