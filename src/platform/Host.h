@@ -72,6 +72,7 @@ struct FileQuestion {
     std::string filter;        // "Description|pattern|Description|pattern"
     std::string folder;        // where the dialog starts; empty: the host's own choice
     std::string proposedName;  // without a folder; may be empty
+    int helpContext = 0;       // of the topic that F1 opens
 };
 
 class FileDialogs {
@@ -89,7 +90,8 @@ class ColourDialogs {
     virtual ~ColourDialogs() = default;
     // The chosen colour, or nothing when the user cancelled. Colours have red in the low byte. `custom` is
     // offered beside the others; after a choice it holds what the user made of it.
-    virtual std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) = 0;
+    virtual std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom,
+                                                int helpContext) = 0;
 };
 
 class HelpViewer {

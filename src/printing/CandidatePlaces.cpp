@@ -2,6 +2,12 @@
 
 #include <QFontMetricsF>
 #include <QRectF>
+#include <algorithm>
+
+double CandidateSize(const QSizeF& cell, double legible) {
+    const double fits = std::min(cell.height() / 4, cell.width() / 2.2);
+    return std::max(cell.height() / 12, std::min(legible, fits));
+}
 
 std::array<QRectF, 9> CandidatePlaces(const QRectF& cell, const QFontMetricsF& metrics) {
     const double width = metrics.horizontalAdvance(QLatin1Char('0'));

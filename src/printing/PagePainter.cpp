@@ -14,9 +14,9 @@ namespace {
 
 // Fonts come in whole units: with hundredths of a millimetre their sizes are exact enough.
 constexpr double unitsPerMm = 100;
-constexpr double digitRatio = 0.8;             // of the cell's height
-constexpr double candidateRatio = 1.0 / 12.0;  // of the cell's height
-constexpr double footerTextSize = 3;           // millimetres
+constexpr double digitRatio = 0.8;                    // of the cell's height
+constexpr double legibleCandidate = 6.5 * 25.4 / 72;  // 6.5 points, in millimetres
+constexpr double footerTextSize = 3;                  // millimetres
 
 QFont PaperFont(double units, bool bold = false) {
     QFont font(QStringLiteral("Arial"));
@@ -77,7 +77,7 @@ class Page {
 
     void PaintCandidates(const PrintedCell& cell, const QRectF& place) const {
         if (cell.candidates.none()) return;
-        const QFont font = PaperFont(candidateRatio * pitch_);
+        const QFont font = PaperFont(CandidateSize(place.size(), legibleCandidate * unitsPerMm));
         const auto places = CandidatePlaces(place, QFontMetricsF(font));
         painter_.setFont(font);
         painter_.setPen(Ink(6));

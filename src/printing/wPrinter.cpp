@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QRadioButton>
@@ -82,6 +81,7 @@ wPrinter::wPrinter(const PrintedGrid& grid, QWidget* owner)
     layout->addWidget(preview_);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
+    platform_qt::HelpOnF1(*this, [] { return HelpContext::Imprimer; });
     Trap("wPrinter", "Form_Load", [this] { Form_Load(); });
     connect(optOrientation_, &QButtonGroup::idClicked, this, &wPrinter::ShowPage);
     connect(chkBlackWhite_, &QCheckBox::clicked, this, &wPrinter::ShowPage);
@@ -176,8 +176,4 @@ void wPrinter::cmdCommands_Click(int index) {
         }
         hide();
     });
-}
-
-void wPrinter::keyPressEvent(QKeyEvent* event) {
-    if (!platform_qt::OpensHelp(*event, HelpContext::Impression)) QDialog::keyPressEvent(event);
 }

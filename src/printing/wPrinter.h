@@ -39,8 +39,6 @@ class wPrinter : public QDialog {
     void cmdCommands_Click(int index);  // 1 "Ok", 0 "Annuler"
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     QWidget* BuildChoices();
     void Form_Load();

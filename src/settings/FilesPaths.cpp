@@ -4,13 +4,15 @@
 #include <system_error>
 
 #include "platform/Host.h"
+#include "settings/HelpContexts.h"
 
 namespace FilesPaths {
 
 namespace {
 
 std::string AskFile(bool save, const std::string& folder, const std::string& proposedName) {
-    return platform::TheHost().files->Ask({save, std::string(GridFilter), folder, proposedName});
+    return platform::TheHost().files->Ask(
+        {save, std::string(GridFilter), folder, proposedName, HelpContext::Fichiers});
 }
 
 }  // namespace

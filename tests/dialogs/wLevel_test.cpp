@@ -1,7 +1,9 @@
 #include "settings/dialogs/wLevel.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QRadioButton>
+#include <QTest>
 
 #include "DialogSupport.h"
 
@@ -32,6 +34,25 @@ TEST(LevelDialog, ShowsTheStoredLevelAndOnlyOkStoresAnother) {
     wLevel unknown(nullptr);
     PressOk(unknown);
     EXPECT_EQ(Stored("LevelValue"), "8");
+}
+
+TEST(LevelDialog, TheTabKeyMeetsTheCheckBoxBeforeOkAndF1OpensItsTopic) {
+    ScriptedHost host;
+    for (const char* level : {"4", "5", "6", "7"}) {
+        IniParamProcs::WriteIniParam("Options", "LevelValue", level);
+        wLevel dialog(nullptr);
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        std::string walk;
+        for (int stop = 0; stop < 5; ++stop) {
+            walk += dialog.focusWidget()->objectName().toStdString() + " ";
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_F1);
+            EXPECT_EQ(host.helpCalls.back(), "topic  250");
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        const std::string option = std::string("optLevelValue(") + level + ") ";
+        EXPECT_EQ(walk, option + "chkLevelAsk cmdCommands(1) cmdCommands(0) " + option);
+    }
 }
 
 }  // namespace

@@ -75,7 +75,8 @@ TEST_F(OptionsDialog, EachSwatchShowsItsColourAndChangesItWithOk) {
         int announcements = 0;
         QObject::connect(&dialog, &wOptions::ColorsChanged, [&] { ++announcements; });
         auto& swatch = Child<QAbstractButton>(dialog, QStringLiteral("lblColors(%1)").arg(row.Index()));
-        EXPECT_EQ(swatch.accessibleName().toStdString(), row.label);
+        EXPECT_EQ(swatch.accessibleName().toStdString(),
+                  std::string(row.label) + " : rouge 16, vert 204, bleu 0");
         const auto color = [&swatch] { return swatch.grab().toImage().pixelColor(20, 12); };
         // A cancelled chooser or the same colour is no change.
         for (const int chosen : {-1, 0x00CC10, 0}) {
@@ -88,6 +89,7 @@ TEST_F(OptionsDialog, EachSwatchShowsItsColourAndChangesItWithOk) {
             swatch.click();
         }
         EXPECT_EQ(color(), Qt::black);
+        EXPECT_TRUE(swatch.accessibleName().endsWith(" : noir"));
         EXPECT_EQ(Stored(row.key) + std::to_string(announcements), "522400");
         PressOk(dialog);
         EXPECT_EQ(Stored(row.key) + std::to_string(announcements), "01");

@@ -91,7 +91,7 @@ TEST_F(Host, ColoursHaveRedInTheirLowByte) {
             dialog.setCurrentColor(QColor(0xFF, 0x80, 0x40));
             QTest::keyClick(&dialog, key);
         });
-        return host_.colours->Choose(0x332211, custom);
+        return host_.colours->Choose(0x332211, custom, 0);
     };
     EXPECT_EQ(choose(Qt::Key_Escape), std::nullopt);
     EXPECT_EQ(custom, offered);

@@ -65,7 +65,8 @@ std::string ScriptedHost::Ask(const platform::FileQuestion& question) {
     return answer;
 }
 
-std::optional<std::uint32_t> ScriptedHost::Choose(std::uint32_t initial, CustomColours& custom) {
+std::optional<std::uint32_t> ScriptedHost::Choose(std::uint32_t initial, CustomColours& custom,
+                                                  int /*helpContext*/) {
     if (onChooseColour) return onChooseColour(initial, custom);
     ADD_FAILURE() << "unexpected question for a colour";
     return std::nullopt;

@@ -73,7 +73,8 @@ class ScriptedHost : public platform::MessageBoxes,
     std::chrono::nanoseconds Now() const override;
     std::uint64_t NextSeed() override { return ++seed; }
     std::string Ask(const platform::FileQuestion& question) override;
-    std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) override;
+    std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom,
+                                        int helpContext) override;
     void ShowContents(const std::string& helpFile) override { helpCalls.push_back("contents " + helpFile); }
     void ShowTopic(const std::string& helpFile, int helpContext) override;
     std::string ProgramFolder() const override { return folder.string(); }

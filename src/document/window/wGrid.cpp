@@ -26,13 +26,6 @@ void Recolor(QWidget& widget, const QColor& color) {
 constexpr double valueRatio = 0.8;   // of a cell's height
 constexpr double widestValue = 1.6;  // of its width, so that a digit stays inside
 
-// A twelfth of the height, but never smaller than the desktop's own text as far as three rows and columns of
-// it fit.
-double CandidateSize(const QSizeF& cell, double legible) {
-    const double fits = std::min(cell.height() / 4, cell.width() / 2.2);
-    return std::max(cell.height() / 12, std::min(legible, fits));
-}
-
 QWidget* MakeBar(QWidget* parent, const QString& name) {
     auto* bar = new QWidget(parent);
     bar->setObjectName(name);

@@ -9,6 +9,30 @@
 
 namespace platform_qt {
 
+namespace {
+
+// What has the keyboard leaves the key to the window that it is in.
+class HelpKey : public QObject {
+  public:
+    HelpKey(QWidget& window, std::function<int()> topic) : QObject(&window), topic_(std::move(topic)) {}
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool pressed = event->type() == QEvent::KeyPress;
+        if (!pressed || static_cast<const QKeyEvent&>(*event).key() != Qt::Key_F1 || topic_() == 0) {
+            return QObject::eventFilter(watched, event);
+        }
+        const platform::Host& host = platform::TheHost();
+        host.help->ShowTopic(host.application->HelpFile(), topic_());
+        return true;
+    }
+
+  private:
+    std::function<int()> topic_;
+};
+
+}  // namespace
+
 QWidget* CommandRow(QWidget* dialog, const std::function<void(int)>& click) {
     auto* row = new QWidget(dialog);
     auto* layout = new QHBoxLayout(row);
@@ -24,11 +48,8 @@ QWidget* CommandRow(QWidget* dialog, const std::function<void(int)>& click) {
     return row;
 }
 
-bool OpensHelp(const QKeyEvent& event, int helpContext) {
-    if (event.key() != Qt::Key_F1 || helpContext == 0) return false;
-    const platform::Host& host = platform::TheHost();
-    host.help->ShowTopic(host.application->HelpFile(), helpContext);
-    return true;
+void HelpOnF1(QWidget& window, std::function<int()> topic) {
+    window.installEventFilter(new HelpKey(window, std::move(topic)));
 }
 
 }  // namespace platform_qt

@@ -10,6 +10,7 @@
 #include <map>
 #include <unistd.h>
 
+#include "platform/qt/DialogParts.h"
 #include "platform/qt/QtHost.h"
 
 namespace platform_qt {
@@ -176,6 +177,7 @@ void BytesFileDialog::accept() {
 
 std::string QtFileDialogs::Ask(const platform::FileQuestion& question) {
     BytesFileDialog dialog(question);
+    HelpOnF1(dialog, [&question] { return question.helpContext; });
     return dialog.exec() == QDialog::Accepted ? dialog.Chosen() : std::string();
 }
 

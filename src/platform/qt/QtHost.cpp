@@ -15,6 +15,7 @@
 #include "platform/DesktopAssociation.h"
 #include "platform/FileRegistry.h"
 #include "platform/qt/AssociationIcons.h"
+#include "platform/qt/DialogParts.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/help/QtHelpViewer.h"
@@ -80,12 +81,15 @@ class ClockSeeds : public platform::SeedSource {
 class QtColourDialogs : public platform::ColourDialogs {
   public:
     // The toolkit keeps one set of custom colours for the whole process: filled before, read after.
-    std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom) override {
+    std::optional<std::uint32_t> Choose(std::uint32_t initial, CustomColours& custom,
+                                        int helpContext) override {
         int place = 0;
         for (const std::uint32_t color : custom) QColorDialog::setCustomColor(place++, FromLowRed(color));
-        const QColor chosen =
-            QColorDialog::getColor(FromLowRed(initial), DialogOwner(), QStringLiteral("Couleurs"));
-        if (!chosen.isValid()) return std::nullopt;
+        QColorDialog dialog(FromLowRed(initial), DialogOwner());
+        dialog.setWindowTitle(QStringLiteral("Couleurs"));
+        HelpOnF1(dialog, [helpContext] { return helpContext; });
+        if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+        const QColor chosen = dialog.selectedColor();
         place = 0;
         for (std::uint32_t& color : custom) color = ToLowRed(QColorDialog::customColor(place++));
         return ToLowRed(chosen);

@@ -1,7 +1,6 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -16,19 +15,6 @@ namespace platform_qt {
 namespace {
 
 constexpr int widestText = 640;  // pixels
-
-class BoxWithHelp : public QMessageBox {
-  public:
-    BoxWithHelp(QWidget* owner, int helpContext) : QMessageBox(owner), helpContext_(helpContext) {}
-
-  protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        if (!OpensHelp(*event, helpContext_)) QMessageBox::keyPressEvent(event);
-    }
-
-  private:
-    int helpContext_;
-};
 
 struct Choice {
     platform::MessageButton answer;
@@ -78,7 +64,8 @@ void WidenToText(const QMessageBox& box) {
 }  // namespace
 
 platform::MessageButton QtMessageBoxes::Show(std::string_view text, int style, int helpContext) {
-    BoxWithHelp box(DialogOwner(), helpContext);
+    QMessageBox box(DialogOwner());
+    HelpOnF1(box, [helpContext] { return helpContext; });
     box.setWindowTitle(FromUtf8(platform::TheHost().application->Title()));
     box.setIcon(IconOf(style));
     box.setTextFormat(Qt::PlainText);

@@ -7,6 +7,9 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "platform/qt/DialogParts.h"
+#include "settings/HelpContexts.h"
+
 namespace {
 constexpr int redrawInterval = 40;  // milliseconds
 }
@@ -32,6 +35,7 @@ wCancel::wCancel(QWidget* owner)
     layout->addWidget(cmdCancel_, 0, Qt::AlignHCenter);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
+    platform_qt::HelpOnF1(*this, [] { return HelpContext::Calcul; });
     // An attempt takes microseconds and sets the bar, and a bar that changes paints at once; drawing it a
     // few times a second keeps the run fast.
     redraw_->setInterval(redrawInterval);

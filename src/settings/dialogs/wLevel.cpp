@@ -6,6 +6,7 @@
 
 #include "diagnostics/ErrorHandling.h"
 #include "platform/qt/DialogParts.h"
+#include "settings/HelpContexts.h"
 #include "settings/Settings.h"
 #include "settings/dialogs/LevelOptions.h"
 
@@ -25,8 +26,10 @@ wLevel::wLevel(QWidget* owner)
     layout->addSpacing(8);
     layout->addWidget(chkLevelAsk_);
     layout->addSpacing(10);
-    layout->addWidget(platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); }));
+    QWidget* commands = platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); });
+    layout->addWidget(commands);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    platform_qt::HelpOnF1(*this, [] { return HelpContext::Generer; });
     Form_Load();
 }
 

@@ -16,6 +16,7 @@
 #include <tuple>
 
 #include "diagnostics/ErrorHandling.h"
+#include "platform/qt/Contrast.h"
 #include "platform/qt/DialogParts.h"
 #include "platform/qt/QtHost.h"
 #include "settings/ColorTable.h"
@@ -48,15 +49,32 @@ class ColorSwatch : public QAbstractButton {
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        painter.fillRect(rect(), platform_qt::FromLowRed(color_));
-        const QColor frame = palette().color(hasFocus() ? QPalette::Highlight : QPalette::Dark);
-        painter.setPen(QPen(frame, hasFocus() ? 3 : 1));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        const QColor window = palette().color(QPalette::Window);
+        const QColor plain = palette().color(QPalette::WindowText);
+        const QColor frame = hasFocus() ? palette().color(QPalette::Highlight) : plain;
+        const int thickness = hasFocus() ? 3 : 1;
+        // As areas: pens are blurred at some scales.
+        painter.fillRect(rect(), platform_qt::Legible(frame, window, platform_qt::ShapeContrast));
+        painter.fillRect(rect().adjusted(thickness, thickness, -thickness, -thickness),
+                         platform_qt::FromLowRed(color_));
     }
 
   private:
     const std::uint32_t& color_;
 };
+
+// A colour in words: its name, or how much it has of each light.
+QString ColorInWords(std::uint32_t color) {
+    static constexpr std::pair<std::uint32_t, const char*> names[] = {
+        {0x000000, "noir"},    {0xFFFFFF, "blanc"}, {0x0000FF, "rouge"},
+        {0x00FF00, "vert"},    {0xFF0000, "bleu"},  {0x00FFFF, "jaune"},
+        {0xFF00FF, "magenta"}, {0xFFFF00, "cyan"},  {0x808080, "gris"}};
+    for (const auto& [named, name] : names) {
+        if (named == color) return QString::fromUtf8(name);
+    }
+    const QColor parts = platform_qt::FromLowRed(color);
+    return QStringLiteral("rouge %1, vert %2, bleu %3").arg(parts.red()).arg(parts.green()).arg(parts.blue());
+}
 
 }  // namespace
 
@@ -80,6 +98,7 @@ wOptions::wOptions(QWidget* owner)
     layout->addWidget(platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); }));
     layout->setSizeConstraint(QLayout::SetFixedSize);
     Trap("wOptions", "Form_Load", [this] { Form_Load(); });
+    platform_qt::HelpOnF1(*this, [this] { return helpContext_; });
     connect(tbsOnglets_, &QTabWidget::currentChanged, this, &wOptions::tbsOnglets_Click);
 }
 
@@ -124,7 +143,6 @@ void wOptions::BuildCouleurs(QFrame& page) {
         const QString caption = platform_qt::FromUtf8(color.label);
         auto* swatch = new ColorSwatch(&page, colors_[index]);
         swatch->setObjectName(QStringLiteral("lblColors(%1)").arg(index));
-        swatch->setAccessibleName(caption);
         connect(swatch, &QAbstractButton::clicked, this,
                 [this, index] { lblColors_Click(static_cast<int>(index)); });
         lblColors_[index] = swatch;
@@ -206,6 +224,7 @@ void wOptions::Form_Load() {
     tbsOnglets_->setCurrentIndex(0);
     tbsOnglets_Click();
     colors_ = ColorTable::FromSettings();
+    NameSwatches();
     const Settings::IniSnapshot settings;
     for (const auto& [row, field] : Fields()) {
         field->setText(platform_qt::FromUtf8(Settings::Read(row, settings)));
@@ -218,6 +237,13 @@ void wOptions::Form_Load() {
     const double place = Settings::Read(Settings::ResolLoop, settings);
     cboResolLoop_->setCurrentIndex(Settings::ResolLoop.Allows(place) ? static_cast<int>(std::lround(place))
                                                                      : Settings::ResolLoop.byDefault);
+}
+
+void wOptions::NameSwatches() {
+    for (const Settings::Color& row : Settings::Colors) {
+        lblColors_[row.Index()]->setAccessibleName(QStringLiteral("%1 : %2").arg(
+            platform_qt::FromUtf8(row.label), ColorInWords(colors_[row.Index()])));
+    }
 }
 
 void wOptions::tbsOnglets_Click() {
@@ -234,6 +260,7 @@ void wOptions::lblColors_Click(int index) {
         const auto newColor = static_cast<std::uint32_t>(chosen);
         if (newColor != color) chkColorChanged_->setChecked(true);
         color = newColor;
+        NameSwatches();
         lblColors_[static_cast<std::size_t>(index)]->update();
     });
 }
@@ -280,8 +307,4 @@ bool wOptions::eventFilter(QObject* watched, QEvent* event) {
     if (!types || (command && !(key->modifiers() & Qt::AltModifier))) return false;
     return Trap("wOptions", "txtResolMsg_KeyPress",
                 [&] { return !txtResolMsg_KeyPress(key->text().front().unicode()); });
-}
-
-void wOptions::keyPressEvent(QKeyEvent* event) {
-    if (!platform_qt::OpensHelp(*event, helpContext_)) QDialog::keyPressEvent(event);
 }

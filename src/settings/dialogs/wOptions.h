@@ -38,7 +38,6 @@ class wOptions : public QDialog {
     void ColorsChanged();
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -53,6 +52,8 @@ class wOptions : public QDialog {
     // The layout fields in the order in which they are written.
     std::array<std::pair<Settings::Measure, QLineEdit*>, 3> Fields() const;
     void Form_Load();
+    // For the ear: what each colour is for, and which it is.
+    void NameSwatches();
     void Save();
     // False for a typed character that the layout fields do not take.
     bool txtResolMsg_KeyPress(int keyAscii) const;
