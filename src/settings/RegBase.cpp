@@ -1,5 +1,8 @@
 #include "settings/RegBase.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "platform/AsciiText.h"
 #include "platform/Host.h"
 #include "platform/Registry.h"
@@ -18,8 +21,29 @@ std::string TypeNameOf(const std::string& exePath) {
     return exePath.substr(exePath.find_last_of("/\\") + 1);
 }
 
+constexpr const char* className = "KivoRegBase";
+
 bool Write(const std::string& path, const std::string& value) {
     return SetRegValue(RegistryRoot::Classes, path, value, {}) == RegistryError::None;
+}
+
+// Also into a key that exists.
+bool Overwrite(const std::string& path, const std::string& value) {
+    Registry* registry = platform::TheHost().registry;
+    std::unique_ptr<RegistryKey> key;
+    return registry->Create(RegistryRoot::Classes, path, className, RegistryAccess::All, key) ==
+               RegistryError::None &&
+           key->SetString({}, value) == RegistryError::None;
+}
+
+// The command that an earlier start stored leads to a program that is not there any more: its folder was
+// moved, or deleted. What cannot be looked at counts as being there.
+bool LeadsNowhere(const std::string& command, const std::string& commandArguments) {
+    const std::string arguments = " " + commandArguments;
+    if (!command.ends_with(arguments)) return false;
+    std::error_code failed;
+    const std::string program = command.substr(0, command.size() - arguments.size());
+    return std::filesystem::status(program, failed).type() == std::filesystem::file_type::not_found;
 }
 
 }  // namespace
@@ -32,10 +56,14 @@ bool RegisterFileType(const std::string& exePath, const std::string& extension,
     if (!owner.empty() && !platform::SameName(owner, typeName)) return false;
 
     const std::string command = exePath + " " + commandArguments;
-    if (!Write(extensionKey, typeName) || !Write(typeName + "\\shell\\Open\\command", command)) return false;
+    const std::string commandKey = typeName + "\\shell\\Open\\command";
+    const std::string stored = GetRegValue(RegistryRoot::Classes, commandKey, {});
+    const bool moved = !owner.empty() && stored != command && LeadsNowhere(stored, commandArguments);
+    const auto write = moved ? Overwrite : Write;
+    if (!write(extensionKey, typeName) || !write(commandKey, command)) return false;
     // Without these files still open; they only have no icon and no description.
-    Write(typeName + "\\DefaultIcon", exePath + ", " + std::to_string(iconIndex));
-    Write(typeName, description);
+    write(typeName + "\\DefaultIcon", exePath + ", " + std::to_string(iconIndex));
+    write(typeName, description);
     platform::TheHost().registry->AssociationsChanged();
     return true;
 }
@@ -46,7 +74,7 @@ int SetRegValue(std::uint32_t root, const std::string& path, std::string_view va
     std::unique_ptr<RegistryKey> key;
     // Opened for queries only, an existing key refuses the value: that is what protects it.
     if (registry->Open(root, path, RegistryAccess::QueryValue, key) != RegistryError::None) {
-        const int error = registry->Create(root, path, "KivoRegBase", RegistryAccess::All, key);
+        const int error = registry->Create(root, path, className, RegistryAccess::All, key);
         if (error != RegistryError::None) return error;
     }
     return key->SetString(name, value);

@@ -72,4 +72,31 @@ TEST(FileType, IsStoredOnceUnlessTheExtensionIsAnothers) {
     }
 }
 
+// Faults: a moved folder is not noticed, a second copy or a foreign type is taken over.
+TEST(FileType, FollowsAProgramThatWasMovedAndNoOther) {
+    const ScriptedHost host;
+    TestRegistry registry(host.PathOf("registry.ini"));
+    platform::Host withRegistry = platform::TheHost();
+    withRegistry.registry = &registry;
+    const platform::HostScope scope(withRegistry);
+    const auto registers = [&](const std::string& folder) {
+        return RegBase::RegisterFileType(host.PathOf(folder) + "/az", "nx3", "\"%1\"", "Grille", 0);
+    };
+    const auto command = [] { return RegBase::GetRegValue(0x80000000, "az\\shell\\Open\\command", {}); };
+    EXPECT_TRUE(registers("avant"));
+    EXPECT_TRUE(registers("ici"));
+    EXPECT_EQ(command(), host.PathOf("ici") + "/az \"%1\"");
+    EXPECT_EQ(RegBase::GetRegValue(0x80000000, "az\\DefaultIcon", {}), host.PathOf("ici") + "/az, 0");
+    EXPECT_EQ(registry.publications, 2);
+    std::filesystem::create_directory(host.PathOf("ici"));
+    ScriptedHost::WriteFile(host.PathOf("ici") + "/az", "");
+    EXPECT_FALSE(registers("copie"));
+    EXPECT_EQ(command(), host.PathOf("ici") + "/az \"%1\"");
+    std::filesystem::remove(host.PathOf("ici") + "/az");
+    registry.permissive = true;
+    EXPECT_EQ(RegBase::SetRegValue(0x80000000, ".nx3", "Autre", {}), 0);
+    EXPECT_FALSE(registers("copie"));
+    EXPECT_EQ(registry.publications, 2);
+}
+
 }  // namespace
