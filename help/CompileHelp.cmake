@@ -8,6 +8,9 @@ file(MAKE_DIRECTORY ${work})
 file(GLOB parts ${SOURCE}/*.htm ${SOURCE}/*.css ${SOURCE}/*.png ${SOURCE}/Ninarix.hh?)
 file(COPY ${parts} DESTINATION ${work})
 
+file(GLOB topics ${work}/*.htm)
+execute_process(COMMAND ${FINISH} --entities ${topics} COMMAND_ERROR_IS_FATAL ANY)
+
 # Its return code says nothing: what it made does.
 execute_process(COMMAND ${CHMCMD} /proc/self/cwd/Ninarix.hhp WORKING_DIRECTORY ${work}
   OUTPUT_VARIABLE said ERROR_VARIABLE said RESULT_VARIABLE ignored)

@@ -1,9 +1,15 @@
-// Takes the times out of a freshly compiled help file, so that the same topics make the same file, and reads
-// it back: the compiler reports success for files that it could not make. finish_help FILE; what is wrong
-// goes to the error output.
+// Before compiling, finish_help --entities TOPIC...: writes every character beyond ASCII as an entity. Other
+// readers of help files take the text for an older encoding, whatever a topic says about itself.
+//
+// After it, finish_help FILE: takes the times out of a freshly compiled help file, so that the same topics
+// make the same file, and reads it back: the compiler reports success for files that it could not make.
+//
+// What is wrong goes to the error output.
 
 #include <QFile>
 #include <cstdio>
+#include <span>
+#include <string_view>
 
 #include "platform/qt/help/ChmFile.h"
 
@@ -27,9 +33,33 @@ bool ClearTimes(QByteArray& bytes) {
     return true;
 }
 
+QByteArray WithEntities(const QString& text) {
+    QByteArray plain;
+    for (const char32_t character : text.toUcs4()) {
+        plain += character < 128 ? QByteArray(1, static_cast<char>(character))
+                                 : "&#" + QByteArray::number(character) + ';';
+    }
+    return plain;
+}
+
+int WriteEntities(std::span<char* const> topics) {
+    for (const char* topic : topics) {
+        QFile file(QFile::decodeName(topic));
+        if (!file.open(QIODevice::ReadWrite))
+            return Complain(file.fileName() + QStringLiteral(" is missing"));
+        const QByteArray plain = WithEntities(QString::fromUtf8(file.readAll()));
+        if (!file.resize(0) || !file.seek(0) || file.write(plain) != plain.size() || !file.flush()) {
+            return Complain(file.fileName() + QStringLiteral(" cannot be written"));
+        }
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    const std::span<char* const> words(argv, static_cast<std::size_t>(argc));
+    if (argc > 1 && words[1] == std::string_view("--entities")) return WriteEntities(words.subspan(2));
     if (argc != 2) return Complain(QStringLiteral("one file is expected"));
     const QString path = QFile::decodeName(argv[1]);
     QFile file(path);

@@ -12,14 +12,20 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
     ASSERT_TRUE(file);
     QStringList topics = file->Objects().filter(".htm");
     for (const HelpEntry& entry : file->Contents()) topics.removeOne(entry.path);
-    for (const int context : {210, 220, 230, 240}) topics += file->TopicOf(context);
-    EXPECT_EQ(topics.join(' '), "/divers.htm /couleurs.htm /impression.htm /niveau.htm");
+    for (int context = 210; context <= 280; context += 10) topics += file->TopicOf(context);
+    EXPECT_EQ(topics.join(' '),
+              "/divers.htm /couleurs.htm /impression.htm /niveau.htm /generer.htm /imprimer.htm /calcul.htm "
+              "/fichiers.htm");
+    for (const HelpEntry& entry : file->Index())
+        EXPECT_TRUE(file->Has(entry.path)) << entry.title.toStdString();
+    EXPECT_FALSE(file->Index().empty());
     const QRegularExpression reference("(?:href|src)=\"([^\"]*)\"(?: width=\"(\\d+)\")?");
     for (const QString& object : file->Objects()) {
         SCOPED_TRACE(object.toStdString());
         const QByteArray bytes = file->Read(object).value_or("");
         EXPECT_FALSE(bytes.contains(SOURCE_FOLDER) || bytes.contains("/home/"));
         if (!object.endsWith(".htm")) continue;
+        EXPECT_TRUE(std::ranges::none_of(bytes, [](char byte) { return byte < 0; })) << "garbled elsewhere";
         EXPECT_TRUE(bytes.contains("charset=\"utf-8\"") && bytes.contains("sheet\" type=\"text/css\""));
         for (const auto& match : reference.globalMatch(QString::fromUtf8(bytes))) {
             const auto target = file->Read('/' + match.captured(1));

@@ -11,7 +11,7 @@ std::int32_t ChooseColor(std::uint32_t initialColour) {
     for (std::size_t i = 0; i < loaded.size(); ++i) loaded[i] = Settings::Read(rows, i, settings);
 
     auto custom = loaded;
-    const auto chosen = platform::TheHost().colours->Choose(initialColour, custom, HelpContext::ChoixCouleur);
+    const auto chosen = platform::TheHost().colours->Choose(initialColour, custom, HelpContext::Couleurs);
     if (!chosen) return -1;
     Settings::ProfileChanges changes;
     for (std::size_t i = 0; i < custom.size(); ++i) {

@@ -94,9 +94,10 @@ QString ChmFile::Home() const {
 
 void ChmFile::ReadTables() {
     for (const auto& [path, object] : objects_) {
-        if (!path.endsWith(QLatin1String(".hhc"))) continue;
-        if (const auto sitemap = Read(path)) contents_ = HelpTables::ContentsOf(QString::fromUtf8(*sitemap));
-        break;
+        const bool contents = path.endsWith(QLatin1String(".hhc"));
+        if (!contents && !path.endsWith(QLatin1String(".hhk"))) continue;
+        if (const auto sitemap = Read(path))
+            (contents ? contents_ : index_) = HelpTables::ContentsOf(QString::fromUtf8(*sitemap));
     }
     topics_ = HelpTables::TopicsOf(Read(QStringLiteral("/#IVB")).value_or(QByteArray()),
                                    Read(QStringLiteral("/#STRINGS")).value_or(QByteArray()), Objects());

@@ -33,6 +33,8 @@ class ChmFile {
     QStringList Objects() const;
 
     const std::vector<HelpEntry>& Contents() const { return contents_; }
+    // By name, in the order of the file.
+    const std::vector<HelpEntry>& Index() const { return index_; }
     // The first topic of the contents.
     QString Home() const;
     // The topic of a help context; empty if the file has none.
@@ -53,5 +55,6 @@ class ChmFile {
     chmFile* file_;
     std::map<QString, Object> objects_;  // by path in lower case
     std::vector<HelpEntry> contents_;
+    std::vector<HelpEntry> index_;
     QHash<int, QString> topics_;
 };

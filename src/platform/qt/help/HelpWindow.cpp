@@ -10,6 +10,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStyle>
+#include <QTabWidget>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QUrl>
@@ -69,8 +70,16 @@ QWidget* HelpWindow::BuildNavigation() {
     nothingFound_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     nothingFound_->setWordWrap(true);
     nothingFound_->setMargin(8);
+    keywords_ = new QListWidget(side);
+    keywords_->setObjectName(QStringLiteral("keywords"));
+    keywords_->setAccessibleName(QStringLiteral("Index"));
+    parts_ = new QTabWidget(side);
+    parts_->setObjectName(QStringLiteral("parts"));
+    parts_->setDocumentMode(true);
+    parts_->addTab(contents_, QStringLiteral("&Sommaire"));
+    parts_->addTab(keywords_, QStringLiteral("&Index"));
     lists_ = new QStackedWidget(side);
-    lists_->addWidget(contents_);
+    lists_->addWidget(parts_);
     lists_->addWidget(hits_);
     lists_->addWidget(nothingFound_);
     auto* layout = new QVBoxLayout(side);
@@ -82,9 +91,14 @@ QWidget* HelpWindow::BuildNavigation() {
         const QString path = item ? item->data(0, pathRole).toString() : QString();
         if (!path.isEmpty() && path != topic_->Topic()) topic_->Follow(path);
     });
-    connect(hits_, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* item) {
-        if (item) topic_->Follow(item->data(pathRole).toString());
-    });
+    for (QListWidget* list : {hits_, keywords_}) {
+        connect(list, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* item) {
+            if (item) topic_->Follow(item->data(pathRole).toString());
+        });
+        // The one that is chosen already, after another topic was read meanwhile.
+        connect(list, &QListWidget::itemActivated, this,
+                [this](const QListWidgetItem* item) { topic_->Follow(item->data(pathRole).toString()); });
+    }
     return side;
 }
 
@@ -144,10 +158,17 @@ void HelpWindow::FillContents() {
         parents.push_back(item);
     }
     contents_->expandAll();
+    const QSignalBlocker silent(keywords_);
+    keywords_->clear();
+    for (const HelpEntry& entry : file_->Index()) {
+        auto* item = new QListWidgetItem(entry.title, keywords_);
+        item->setData(pathRole, entry.path);
+    }
 }
 
 void HelpWindow::ShowContents() {
     words_->clear();
+    parts_->setCurrentWidget(contents_);
     topic_->Follow(file_->Home());
     contents_->setFocus();
 }
@@ -178,7 +199,7 @@ void HelpWindow::TopicShown(const QUrl& topic) {
 void HelpWindow::Search() {
     const QStringList words = TopicIndex::Words(words_->text());
     topic_->Mark(words);
-    if (words.isEmpty()) return lists_->setCurrentWidget(contents_);
+    if (words.isEmpty()) return lists_->setCurrentWidget(parts_);
     if (!index_) index_ = std::make_unique<TopicIndex>(*file_);
     const QSignalBlocker quiet(hits_);
     hits_->clear();

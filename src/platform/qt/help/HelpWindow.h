@@ -9,13 +9,14 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QStackedWidget;
+class QTabWidget;
 class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
 class TopicIndex;
 class TopicView;
 
-// The help window: table of contents and search on the left, the topic on the right. Closing hides it.
+// The help window: table of contents, index and search on the left, the topic on the right. Closing hides it.
 class HelpWindow : public QWidget {
     Q_OBJECT
 
@@ -53,7 +54,9 @@ class HelpWindow : public QWidget {
     std::unique_ptr<TopicIndex> index_;  // made by the first search
     QPointer<QWidget> modal_;            // what the window belongs to, if anything
     TopicView* topic_;
+    QTabWidget* parts_ = nullptr;  // contents and index
     QTreeWidget* contents_ = nullptr;
+    QListWidget* keywords_ = nullptr;
     QListWidget* hits_ = nullptr;
     QLineEdit* words_ = nullptr;
     QLabel* nothingFound_ = nullptr;
