@@ -19,6 +19,7 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
     for (const HelpEntry& entry : file->Index())
         EXPECT_TRUE(file->Has(entry.path)) << entry.title.toStdString();
     EXPECT_FALSE(file->Index().empty());
+    QStringList pictures = file->Objects().filter(".png");
     const QRegularExpression reference("(?:href|src)=\"([^\"]*)\"(?: width=\"(\\d+)\")?");
     for (const QString& object : file->Objects()) {
         SCOPED_TRACE(object.toStdString());
@@ -29,9 +30,11 @@ TEST(ShippedHelp, IsCompleteAndSaysNothingOfTheMachineThatBuiltIt) {
         EXPECT_TRUE(bytes.contains("charset=\"utf-8\"") && bytes.contains("sheet\" type=\"text/css\""));
         for (const auto& match : reference.globalMatch(QString::fromUtf8(bytes))) {
             const auto target = file->Read('/' + match.captured(1));
+            pictures.removeOne('/' + match.captured(1));
             EXPECT_TRUE(target && QImage::fromData(*target).width() == 2 * match.captured(2).toInt());
         }
     }
+    EXPECT_EQ(pictures.join(" "), "") << "no topic shows them";
 }
 
 TEST_F(SmallHelp, IsTheOneThatIsExpectedOrRefusedAndStaysWhatItWasWhenItWasOpened) {
