@@ -193,6 +193,7 @@ class wMain : public QMainWindow, public MainFrame {
     // How often grids had changed when the user agreed to the session's end.
     std::optional<std::uint64_t> committed_;
     OpenGrid activeGrid_;
+    OpenGrid statePanelsGrid_;
     std::vector<OpenGrid> used_;  // the last used one last; may hold closed ones
     QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;

@@ -105,6 +105,7 @@ void wMain::BuildToolbar() {
 
 void wMain::BuildStatusBar() {
     statusBar()->setObjectName(QStringLiteral("sbrStatus"));
+    platform_qt::AnnounceIn(*statusBar());
     pathPanel_ = new StatusPanel(this, QStringLiteral("path"));
     // A long path must not widen the window.
     pathPanel_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

@@ -62,9 +62,11 @@ void wMain::ShowState() {
     }
     if (text != statePanel_->text()) {
         statePanel_->setText(text);
-        // At every entry the number of empty cells would be said beside it.
-        if (!text.contains(QLatin1String("vides"))) platform_qt::Announce(text);
+        // At every entry the number of empty cells would be said beside it, and another grid says its own.
+        const bool sameGrid = ActiveGrid() == statePanelsGrid_;
+        if (sameGrid && !text.contains(QLatin1String("vides"))) platform_qt::Announce(text);
     }
+    statePanelsGrid_ = ActiveGrid();
     ShowTabs();
 }
 

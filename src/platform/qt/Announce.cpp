@@ -1,53 +1,50 @@
 #include "platform/qt/Announce.h"
 
 #include <QAccessible>
-#include <QAccessibleObject>
-#include <QApplication>
-#include <QWidget>
+#include <QAccessibleWidget>
+#include <QPointer>
+#include <QStatusBar>
+#include <QTimer>
 
 namespace platform_qt {
 
 namespace {
 
-// The toolkit has no announcement of its own yet. What readers speak at once is a notification that shows up,
-// so each announcement is one, a child of the window in front.
-class Announcement : public QObject {
+constexpr int lifetime = 10000;  // milliseconds; a reader asks for the text when it is told of it
+
+QPointer<QStatusBar>& Bar() {
+    static QPointer<QStatusBar> bar;
+    return bar;
+}
+
+// One for each text: a reader that is late, or keeps what it once read, speaks the right one.
+class Announcement : public QWidget {
   public:
-    QString text;
+    Announcement(QWidget* parent, const QString& text) : QWidget(parent) { setAccessibleName(text); }
 };
 
-class AnnouncementAccessible : public QAccessibleObject {
-  public:
-    using QAccessibleObject::QAccessibleObject;
-
-    QAccessibleInterface* parent() const override {
-        return QAccessible::queryAccessibleInterface(QApplication::activeWindow());
-    }
-    QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
-    QAccessible::Role role() const override { return QAccessible::Notification; }
-    QAccessible::State state() const override { return {}; }
-    QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Name ? static_cast<const Announcement*>(object())->text : QString();
-    }
-};
-
-QAccessibleInterface* MakeAnnouncementAccessible(const QString& /*className*/, QObject* object) {
-    return dynamic_cast<Announcement*>(object) ? new AnnouncementAccessible(object) : nullptr;
+QAccessibleInterface* MakeAnnouncement(const QString& /*className*/, QObject* object) {
+    auto* announcement = dynamic_cast<Announcement*>(object);
+    return announcement ? new QAccessibleWidget(announcement, QAccessible::Notification) : nullptr;
 }
 
 }  // namespace
 
-void Announce(const QString& text) {
-    if (!QAccessible::isActive()) return;
-    static Announcement* const announcement = [] {
-        QAccessible::installFactory(MakeAnnouncementAccessible);
-        auto* made = new Announcement;
-        made->setParent(qApp);
-        return made;
+void AnnounceIn(QStatusBar& bar) {
+    static const bool installed = [] {
+        QAccessible::installFactory(MakeAnnouncement);
+        return true;
     }();
-    announcement->text = text;
+    static_cast<void>(installed);
+    Bar() = &bar;
+}
+
+// The toolkit has no announcements of its own. Readers speak a notification that comes into sight, and in a
+// status bar they do so without saying what it is.
+void Announce(const QString& text) {
+    if (text.isEmpty() || !Bar() || !QAccessible::isActive()) return;
+    auto* announcement = new Announcement(Bar(), text);
+    QTimer::singleShot(lifetime, announcement, &QObject::deleteLater);
     QAccessibleEvent shown(announcement, QAccessible::ObjectShow);
     QAccessible::updateAccessibility(&shown);
 }
