@@ -1,144 +1,148 @@
 #!/usr/bin/python3
-"""Plays through assistive technology's own interfaces, on a bus and a display of its own, and checks what a screen
-reader is told. Usage: hear.py PROGRAM. Ends with 77 where the packages for that are missing."""
+"""Plays with nothing but keys and assistive actions, on a display and on buses of its own, and checks what a screen
+reader is told; where Orca is installed, what it speaks, too. Usage: hear.py PROGRAM [TRANSCRIPT]
 
-import os
-import shutil
-import subprocess
-import sys
-import tempfile
-import time
+Exit code 77: something that this needs is not installed. Every wait is for a condition, within a bound."""
+import os, re, shutil, subprocess, sys, tempfile, threading, time
 
-SKIPPED = 77
-LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
-try:
-    import pyatspi
-    from gi.repository import GLib
-except ImportError:
-    print("python3-pyatspi is missing")
-    sys.exit(SKIPPED)
-for tool in (LAUNCHER, "dbus-daemon", "Xvfb", "gdbus"):
-    if not shutil.which(tool):
-        print(tool, "is missing")
-        sys.exit(SKIPPED)
+def skip(why):
+    print('skipped:', why)
+    sys.exit(77)
 
-SOLUTION = "534678912672195348198342567859761423426853791713924856961537284287419635345286179"
+for tool in 'Xvfb', 'openbox', 'xdotool', 'dbus-daemon':
+    if not shutil.which(tool): skip(tool + ' is not installed')
+if not os.path.exists('/usr/libexec/at-spi-bus-launcher'): skip('at-spi2-core is not installed')
 
+box = tempfile.mkdtemp(prefix='ninarix-hear-')
+for name in list(os.environ):
+    if re.match('XDG_|DBUS_|AT_SPI|QT_|GTK_|WAYLAND|SESSION|NO_AT_', name): del os.environ[name]
+os.environ.update(HOME=box, XDG_RUNTIME_DIR=box, LC_ALL='C.UTF-8', QT_QPA_PLATFORM='xcb', GSETTINGS_BACKEND='memory',
+                  QT_STYLE_OVERRIDE='fusion', QT_LINUX_ACCESSIBILITY_ALWAYS_ON='1')
+running, heard, null, diary, focus = [], [], subprocess.DEVNULL, b'', ''
+
+def start(*command, output=None):
+    log = open(box + '/' + os.path.basename(command[0]) + '.log', 'w')
+    running.append(subprocess.Popen(('setpriv', '--pdeathsig', 'TERM') + command, stdout=output or log, stderr=log))
+    return running[-1]
+
+def until(what, condition):
+    end = time.monotonic() + 60
+    while not condition():
+        if time.monotonic() > end: raise SystemExit('FAILED: %s; heard: %s' % (what, heard[-8:]))
+        serve()
+        time.sleep(0.01)
 
 def serve():
-    while GLib.MainContext.default().iteration(False):
-        pass
+    while GLib and GLib.MainContext.default().iteration(False): pass
 
+def read_diary(terminal):
+    global diary
+    while True: diary += os.read(terminal, 65536)
 
-def until(description, happened):
-    """Serves the bus until something is true, within a bound."""
-    end = time.monotonic() + 30
-    while not happened():
-        if time.monotonic() > end:
-            sys.exit("FAILED: " + description)
-        serve()
-        time.sleep(0.02)
+def spoken():
+    """All that Orca said but the keys, whose lines have a blank more."""
+    return re.findall(r"SPEECH OUTPUT: '(.*)'\{", diary.decode(errors='replace').replace('\r', ''))
 
+def listen(event):
+    """Notes what belongs to the game: focus and value of cells, announcements, message boxes."""
+    global focus
+    try:
+        node, role, name = event.source, event.source.getRoleName(), event.source.name
+        text = node.queryText().getText(0, -1) if role == 'spin button' else ''
+        if role == 'spin button' and 'accessible-name' in event.type: heard.append('renamed')
+        elif role == 'spin button' and 'value' in event.type: heard.append(text)
+        elif role == 'spin button' and 'focused' in event.type and event.detail1:
+            if focus != (focus := name + ' ' + text): heard.append(focus)
+        elif role == 'notification' and 'showing' in event.type: heard.append(name)
+        elif role == 'alert' and event.type.startswith('window:activate'):
+            focus = ''
+            heard.append('! ' + ' '.join(child.name for child in node if child and child.getRoleName() == 'label'))
+    except (GLib.Error, LookupError, RuntimeError): pass  # it is gone already
 
-def outside(box):
-    """What the program needs around it. Gives the processes; the environment is this one's from here on."""
-    os.environ.update(HOME=box, XDG_RUNTIME_DIR=box, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-    for name in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "WAYLAND_DISPLAY", "AT_SPI_BUS_ADDRESS"):
-        os.environ.pop(name, None)
-    display, address = os.pipe(), os.pipe()
-    server = ["Xvfb", "-displayfd", str(display[1]), "-screen", "0", "1366x768x24", "-noreset"]
-    bus = ["dbus-daemon", "--session", "--nofork", f"--print-address={address[1]}"]
-    quiet = subprocess.DEVNULL
-    yield subprocess.Popen(server, pass_fds=[display[1]], stderr=quiet)
-    os.environ["DISPLAY"] = ":" + os.read(display[0], 99).decode().strip()
-    yield subprocess.Popen(bus, pass_fds=[address[1]], stderr=quiet)
-    os.environ["DBUS_SESSION_BUS_ADDRESS"] = os.read(address[0], 999).decode().strip()
-    yield subprocess.Popen([LAUNCHER, "--launch-immediately"], stdout=quiet, stderr=quiet)
+def node(name, role=None):
+    """The one object of the program that is called so now."""
+    for app in pyatspi.Registry.getDesktop(0):
+        if app and app.name == 'Ninarix':
+            return pyatspi.findDescendant(
+                app, lambda n: n.clearCache() or n.name == name and role in (None, n.getRoleName()))
+    return None
 
+def press(*what): node(*what).queryAction().doAction(0)
+def key(keys): subprocess.run(['xdotool', 'key', '--delay', '6', keys], check=True)
+def value(name, digit): node(name).queryValue().currentValue = digit
 
-def play(program, box):
-    with open(box + "/a.nx3", "w", encoding="ascii") as puzzle:
-        puzzle.write("[]\r\n")  # cells 3 and 4 are empty
-        puzzle.writelines(f"{i}={d}|1|0\r\n" for i, d in enumerate(SOLUTION, 1) if i not in (3, 4))
-    with open(box + "/Ninarix.ini", "w", encoding="ascii") as settings:
-        settings.write("[Options]\r\nNoSplash=1\r\n")
-    shutil.copy(program, box + "/Ninarix")
-    with open(box + "/said", "w", encoding="ascii") as said:
-        app = subprocess.Popen([box + "/Ninarix", box + "/a.nx3"], stderr=said)
-    yield app
-    heard = []
+GLib = None
+try:
+    bus = start('dbus-daemon', '--session', '--nofork', '--print-address', output=subprocess.PIPE)
+    os.environ['DBUS_SESSION_BUS_ADDRESS'] = bus.stdout.readline().decode().strip()
+    server = start('Xvfb', '-displayfd', '1', '-screen', '0', '1366x768x24', '-r', '-noreset', output=subprocess.PIPE)
+    os.environ['DISPLAY'] = ':' + server.stdout.readline().decode().strip()
+    with open(box + '/openbox.xml', 'w') as file:
+        file.write('<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard/><mouse/></openbox_config>')
+    start('openbox', '--sm-disable', '--config-file', box + '/openbox.xml')
+    until('a window manager', lambda: not subprocess.call(['xdotool', 'get_num_desktops'], stdout=null, stderr=null))
+    start('/usr/libexec/at-spi-bus-launcher', '--launch-immediately')
+    try:
+        import pyatspi
+        from gi.repository import GLib
+    except ImportError: skip('python3-pyatspi is not installed')
+    pyatspi.Registry.registerEventListener(  # the whole names: the toolkit looks for them alone
+        listen, 'object:property-change:accessible-value', 'object:property-change:accessible-name',
+        'object:state-changed:focused', 'object:state-changed:showing', 'window:activate')
 
-    def hear(event):
-        if event.type.startswith("object:property-change:accessible-value"):
-            heard.append(f"{event.source.name} {event.source.queryText().getText(0, -1)}")
-            return
-        try:
-            if event.source.getRole() == pyatspi.ROLE_NOTIFICATION:
-                heard.append(event.source.name)
-        except GLib.Error:  # it is gone already
-            pass
+    orca = shutil.which('orca')  # without a speech server it writes down all the same what it would say
+    if orca:
+        # Into a file it would not write line by line; and it stops when nobody reads.
+        terminal, orcas_end = os.openpty()
+        threading.Thread(target=read_diary, args=(terminal,), daemon=True).start()
+        start('orca', '--replace', '--debug-file=' + os.ttyname(orcas_end))
+        until('Orca speaks', spoken)
 
-    pyatspi.Registry.registerEventListener(
-        hear, "object:property-change:accessible-value", "object:state-changed:showing")
-    desktop = pyatspi.Registry.getDesktop(0)
+    os.mkdir(box + '/app')
+    shutil.copy(sys.argv[1], box + '/app/Ninarix')
+    with open(box + '/app/Ninarix.ini', 'w') as file: file.write('[Options]\r\nNoSplash=1\r\n')
+    solution = '534678912672195348198342567859761423426853791713924856961537284287419635345286179'
+    with open(box + '/puzzle.nx3', 'w') as file:
+        file.write('[]\r\n' + ''.join('%d=%s\r\n' % (i + 1, '0|0|0' if i in (2, 3) else solution[i] + '|1|0')
+                                      for i in range(81)))
+    start(box + '/app/Ninarix', box + '/puzzle.nx3')
+    until('the program has the keyboard', lambda: node('Ligne 1, colonne 3') and not subprocess.call(
+        'xdotool getactivewindow getwindowname | grep -qx "Ninarix - puzzle"', shell=True, stderr=null))
 
-    def found(role, name):
-        try:
-            tops = [child for child in desktop if child and child.name == "Ninarix"]
-            return tops and pyatspi.findDescendant(tops[0], lambda x: x.getRole() == role and x.name == name)
-        except (LookupError, RuntimeError, GLib.Error):  # the tree changes meanwhile
-            return None
-
-    def expect(what, act):
-        heard.clear()
-        act()
-        until(f"{what} instead of {heard}", lambda: len(heard) >= len(what))
-        serve()
-        if heard != what:
-            sys.exit(f"FAILED: {heard} instead of {what}")
-
-    def press(role, name):
-        found(role, name).queryAction().doAction(0)
-
-    cell3, cell4 = "Ligne 1, colonne 3", "Ligne 1, colonne 4"
-    until("the grid is read", lambda: found(pyatspi.ROLE_SPIN_BUTTON, cell4))
-    press(pyatspi.ROLE_SPIN_BUTTON, cell3)
-    until("it is selected", lambda: found(pyatspi.ROLE_SPIN_BUTTON, cell3).getState().contains(pyatspi.STATE_SELECTED))
-    value = found(pyatspi.ROLE_SPIN_BUTTON, cell3).queryValue()
-
-    def enter(digit):
-        value.currentValue = digit
-
-    expect(["5 impossible ici"], lambda: enter(5))
-    expect([cell3 + " 4"], lambda: enter(4))
-    expect([cell3 + " vide"], lambda: enter(0))
-    expect(["4 exclu"], lambda: press(pyatspi.ROLE_PUSH_BUTTON, "Exclure le 4"))
-    expect(["4 réadmis"], lambda: press(pyatspi.ROLE_PUSH_BUTTON, "Réadmettre le 4"))
-    expect([cell3 + " 4"], lambda: press(pyatspi.ROLE_PUSH_BUTTON, "Mettre 4"))
-    expect([cell3 + " vide"], lambda: press(pyatspi.ROLE_PUSH_BUTTON, "Annuler"))
-    expect([cell3 + " 4"], lambda: press(pyatspi.ROLE_PUSH_BUTTON, "Refaire"))
-    press(pyatspi.ROLE_SPIN_BUTTON, cell4)
-    expect([cell4 + " 6", "Grille complète"], lambda: press(pyatspi.ROLE_PUSH_BUTTON, "Mettre 6"))
-    until("well done", lambda: found(pyatspi.ROLE_LABEL, "Bravo, la grille est terminée."))
-    press(pyatspi.ROLE_PUSH_BUTTON, "OK")
-    expect(["Mode Initialisation : oui"], lambda: press(pyatspi.ROLE_CHECK_BOX, "Mode Initialisation"))
-    with open(box + "/said", encoding="utf-8") as said:
-        if "QAccessible" in (complaints := said.read()):
-            sys.exit("FAILED: the toolkit complains: " + complaints)
-    print("All of it was heard.")
-
-
-def main():
-    processes = []
-    with tempfile.TemporaryDirectory(prefix="ninarix-ear-") as box:
-        try:
-            for part in (outside(box), play(sys.argv[1], box)):
-                for process in part:
-                    processes.append(process)
-        finally:
-            for process in reversed(processes):
-                process.terminate()
-                process.wait()
-
-
-main()
+    # What is done, and what is told of it, in that order. A key is a text.
+    third, fourth = 'Ligne 1, colonne 3', 'Ligne 1, colonne 4'
+    full = 'Grille complète'
+    moves = [(lambda: press(third), [third + ' vide']),
+             ('Left', ['Ligne 1, colonne 2, donnée 3']), ('5', ['Case donnée']), ('Right', [third + ' vide']),
+             ('space', ['candidat 4']), ('9', ['9 impossible ici']),
+             ('ctrl+4', ['4 exclu']), ('4', ['4 exclu']), ('ctrl+4', ['4 réadmis']),
+             ('4', ['4']), ('ctrl+z', ['vide']), ('ctrl+y', ['4']),
+             ('ctrl+m', ["Chiffres d'aide manuels : oui"]), ('ctrl+m', ["Chiffres d'aide manuels : non"]),
+             (lambda: press('Annuler'), ['vide']), (lambda: press('Exclure le 4'), ['4 exclu']),
+             (lambda: press('Réadmettre le 4'), ['4 réadmis']),
+             (lambda: value(third, 9), ['9 impossible ici']), (lambda: value(third, 4), ['4']),
+             ('F4', ["! Il n'y a aucune erreur."]), ('Return', [third + ' 4']), ('Right', [fourth + ' vide']),
+             (lambda: press('Mettre 6'), ['6', full, '! Bravo, la grille est terminée.']),
+             (lambda: press('OK'), [fourth + ' 6']),
+             ('ctrl+n', ['Mode Initialisation : oui', 'Grille1, Cases vides : 81', 'Ligne 1, colonne 1 vide']),
+             (lambda: press('Mode Initialisation', 'check box'), ['Mode Initialisation : non']),
+             ('ctrl+Tab', ['puzzle, ' + full, fourth + ' 6'])]
+    transcript = ''
+    for what, told in moves:
+        before, said = len(heard), len(spoken()) if orca else 0
+        key(what) if isinstance(what, str) else what()
+        until('%s tells %s' % (what, told), lambda: len(heard) >= before + len(told))
+        if sorted(heard[before:]) != sorted(told):
+            raise SystemExit('FAILED: %s tells %s instead of %s' % (what, heard[before:], told))
+        if orca:
+            until('%s is spoken %s' % (spoken()[said:], told), lambda: all(
+                any(line.startswith(part.lstrip('! ')) for line in spoken()[said:]) for part in told))
+            transcript += '%-8s %s\n' % (what if isinstance(what, str) else 'action', ' / '.join(spoken()[said:]))
+    with open(box + '/Ninarix.log') as log:
+        if 'ccessib' in (said := log.read()): raise SystemExit('FAILED: the toolkit complains: ' + said)
+    print(transcript + 'The whole game was heard.')
+    if sys.argv[2:]: open(sys.argv[2], 'w').write(transcript)
+finally:
+    for process in reversed(running): process.terminate()
+    for process in running: process.wait()
+    shutil.rmtree(box, ignore_errors=True)
