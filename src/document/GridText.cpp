@@ -9,7 +9,7 @@ namespace {
 
 using std::string_view;
 
-constexpr std::size_t longestText = 64 * 1024;
+constexpr std::size_t longestText = 65536;  // bytes
 constexpr string_view blanks = " \t";
 constexpr string_view emptyCells = ".0*_";
 constexpr string_view frames = "|+-=:'!";

@@ -71,7 +71,7 @@ TEST_F(Dialogs, ABoxShowsItsTextAsItStandsUnderTheProgramsTitle) {
 
 TEST_F(Dialogs, AFileIsOpenedOnlyIfItIsThereAndReplacedOnlyWhenAgreed) {
     // What is shown, and what is chosen when a name is entered and what is asked then gets this answer.
-    const auto ask = [](bool save, const std::string& folder, const std::string& name,
+    const auto ask = [this](bool save, const std::string& folder, const std::string& name,
                         QMessageBox::StandardButton answer = QMessageBox::NoButton, qsizetype kind = 0) {
         QString shown;
         InNextDialog([&](QWidget& window) {
@@ -83,10 +83,13 @@ TEST_F(Dialogs, AFileIsOpenedOnlyIfItIsThereAndReplacedOnlyWhenAgreed) {
             if (answer != QMessageBox::NoButton) InNextDialog(press);
             dialog.selectNameFilter(dialog.nameFilters()[kind]);
             field.setText(QString::fromStdString(name));
+            QTest::keyClick(&field, Qt::Key_F1);
+            EXPECT_EQ(host_.helpCalls.back(), "topic  280");
             QTest::keyClick(&field, Qt::Key_Return);
         });
         const std::string filter = "Grilles Ninarix 3|*.nx3|Tous les fichiers|*.*";
-        const std::string chosen = platform_qt::QtFileDialogs().Ask({save, filter, folder, "Grille1.v2"});
+        const std::string chosen =
+            platform_qt::QtFileDialogs().Ask({save, filter, folder, "Grille1.v2", 280});
         return shown.toStdString() + chosen;
     };
     const std::string own = host_.folder.string(), old = own + "/Ancienne.nx3", absent = own + "/absent";

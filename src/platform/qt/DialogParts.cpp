@@ -1,5 +1,6 @@
 #include "platform/qt/DialogParts.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -11,15 +12,21 @@ namespace platform_qt {
 
 namespace {
 
-// What has the keyboard leaves the key to the window that it is in.
+// Sees the key before what has the keyboard does: the name field of the toolkit's file dialog keeps every
+// key.
 class HelpKey : public QObject {
   public:
-    HelpKey(QWidget& window, std::function<int()> topic) : QObject(&window), topic_(std::move(topic)) {}
+    HelpKey(QWidget& window, std::function<int()> topic)
+        : QObject(&window), window_(window), topic_(std::move(topic)) {
+        qApp->installEventFilter(this);
+    }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        const bool pressed = event->type() == QEvent::KeyPress;
-        if (!pressed || static_cast<const QKeyEvent&>(*event).key() != Qt::Key_F1 || topic_() == 0) {
+        const bool pressed =
+            event->type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(*event).key() == Qt::Key_F1;
+        const auto* widget = pressed ? qobject_cast<QWidget*>(watched) : nullptr;
+        if (!widget || widget->window() != &window_ || topic_() == 0) {
             return QObject::eventFilter(watched, event);
         }
         const platform::Host& host = platform::TheHost();
@@ -28,6 +35,7 @@ class HelpKey : public QObject {
     }
 
   private:
+    const QWidget& window_;
     std::function<int()> topic_;
 };
 
@@ -49,7 +57,7 @@ QWidget* CommandRow(QWidget* dialog, const std::function<void(int)>& click) {
 }
 
 void HelpOnF1(QWidget& window, std::function<int()> topic) {
-    window.installEventFilter(new HelpKey(window, std::move(topic)));
+    new HelpKey(window, std::move(topic));  // the window's child
 }
 
 }  // namespace platform_qt
