@@ -72,7 +72,7 @@ TEST_F(Dialogs, ABoxShowsItsTextAsItStandsUnderTheProgramsTitle) {
 TEST_F(Dialogs, AFileIsOpenedOnlyIfItIsThereAndReplacedOnlyWhenAgreed) {
     // What is shown, and what is chosen when a name is entered and what is asked then gets this answer.
     const auto ask = [this](bool save, const std::string& folder, const std::string& name,
-                        QMessageBox::StandardButton answer = QMessageBox::NoButton, qsizetype kind = 0) {
+                            QMessageBox::StandardButton answer = QMessageBox::NoButton, qsizetype kind = 0) {
         QString shown;
         InNextDialog([&](QWidget& window) {
             auto& dialog = dynamic_cast<QFileDialog&>(window);
