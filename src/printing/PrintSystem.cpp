@@ -37,7 +37,10 @@ bool WaitInWindow(QProcess& process, std::chrono::milliseconds bound, QWidget* o
     window.show();
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    // A command that does not read all of its input ends well all the same; its end comes after that error.
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, [&process, &loop] {
+        if (process.state() == QProcess::NotRunning) loop.quit();
+    });
     QObject::connect(&window, &QProgressDialog::canceled, &loop, &QEventLoop::quit);
     QTimer::singleShot(bound, &loop, &QEventLoop::quit);
     if (process.state() != QProcess::NotRunning) loop.exec();
