@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QKeySequence>
 #include <algorithm>
+#include <cassert>
 #include <string_view>
 
 #include "platform/qt/Contrast.h"
@@ -18,6 +19,7 @@ constexpr std::pair<const char*, const char*> ways[] = {{"mnuFileCreate", "GÃ©nÃ
 
 QString KeyOf(std::string_view name) {
     const auto command = std::ranges::find(Commands(), name, &Command::name);
+    assert(command != Commands().end());
     return QKeySequence(command->keys.front()).toString(QKeySequence::NativeText);
 }
 

@@ -157,10 +157,14 @@ void wMain::dropEvent(QDropEvent* event) {
         event->accept();
         droppedFiles_ += files;
         QTimer::singleShot(0, this, &wMain::OpenDroppedFiles);
-        if (files.isEmpty()) {
-            QTimer::singleShot(
-                0, this, [this, text] { Trap("wMain", "MDIForm_OLEDragDrop", [&] { PasteGrid(text); }); });
-        }
+        if (!files.isEmpty()) return;
+        QTimer::singleShot(0, this, [this, text] {
+            Trap("wMain", "MDIForm_OLEDragDrop", [&] {
+                // A dialog may have come up in between.
+                if (QApplication::activeModalWidget()) return platform::TheHost().messages->Beep();
+                PasteGrid(text);
+            });
+        });
     });
 }
 
