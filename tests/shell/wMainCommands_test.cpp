@@ -256,16 +256,20 @@ TEST_F(PaletteTest, EachColumnIsOneStopOfTheTabKeyAndTheArrowsWalkInside) {
 }
 
 TEST_F(PaletteTest, ButtonsAndKeysEnterWhatTheModesAllow) {
-    const auto press = [this](Qt::Key key) {
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
         host.beeps = 0;
-        QTest::keyClick(Active().focusWidget(), key);
+        QTest::keyClick(Active().focusWidget(), key, held);
         return State(1) + (host.beeps > 0 ? " beep" : "");
     };
     QTest::mouseClick(&palette.cmdMask(2), Qt::LeftButton);
     EXPECT_EQ(press(Qt::Key_4), "4|0|4") << "the keyboard goes back to the cell";
     QTest::mouseClick(&palette.cmdMask(0), Qt::LeftButton);
     EXPECT_EQ(press(Qt::Key_5), "4|0|0 beep");
+    EXPECT_EQ(press(Qt::Key_5, Qt::ControlModifier), "4|0|0 beep") << "as its button is disabled";
+    EXPECT_EQ(press(Qt::Key_2, Qt::ControlModifier), "4|0|4");
+    EXPECT_EQ(press(Qt::Key_0, Qt::ControlModifier), "4|0|0");
     Run("mnuGridHelpNone");
+    EXPECT_EQ(press(Qt::Key_2, Qt::ControlModifier), "4|0|0 beep");
     EXPECT_EQ(press(Qt::Key_5), "5|0|0");
     Run("mnuGridConfig");
     EXPECT_EQ(press(Qt::Key_6), "6|1|0");
