@@ -45,6 +45,7 @@ TEST_F(PageOnPaper, EveryDigitStandsInItsPlaceAndNoOtherIsThere) {
             const auto at = [&](int i) { return next.captured(i).toDouble() * 25.4 / 72; };
             const QRectF box(QPointF(at(1), at(2)), QPointF(at(3), at(4)));
             if (next.captured(5) == grid.caption) continue;
+            EXPECT_GE(box.height(), 6.5 * 25.4 / 72) << "nobody reads smaller ones";
             const QPointF place = (box.center() - page.grid.topLeft()) / side;
             const int column = static_cast<int>(place.x() * 3), row = static_cast<int>(place.y() * 3);
             const int digit = next.captured(5).toInt();

@@ -249,6 +249,10 @@ TEST_F(PaletteTest, EachColumnIsOneStopOfTheTabKeyAndTheArrowsWalkInside) {
     ServeEvents();
     EXPECT_EQ(State(1), "0|0|8");
     EXPECT_EQ(mask->text(QAccessible::Name), "Réadmettre le 3");
+    Set(1, "4|1|0");  // the column's stop is of no use any more
+    Active().SetFocus();
+    QTest::keyClick(main->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(main->focusWidget()->objectName(), "cmdValue(0)");
     Run("mnuFileClose", MessageButton::No);
     for (int i = 0; i <= 9; ++i) {
         EXPECT_TRUE(palette.cmdValue(i).focusPolicy() == Qt::NoFocus && !palette.cmdMask(i).hasFocus());
