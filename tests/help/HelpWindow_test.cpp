@@ -4,6 +4,7 @@
 #include <QtWidgets>
 
 #include "SmallHelp.h"
+#include "platform/qt/help/HelpDigest.h"
 #include "platform/qt/help/QtHelpViewer.h"
 #include "platform/qt/help/TopicView.h"
 #include "support/QtSupport.h"
@@ -51,6 +52,21 @@ TEST_F(Help, TheContentsFollowTheTopicAndLeadToIt) {
         act();
         EXPECT_EQ(State(), state);
     }
+}
+
+TEST_F(Help, TheIndexLeadsToItsTopics) {
+    window_.File(ChmFile::Open(HELP_FILE, HelpDigest::BuiltIn()));
+    window_.ShowContents();
+    Child<QTabWidget>(window_, "parts").setCurrentIndex(1);
+    auto& keywords = Child<QListWidget>(window_, "keywords");
+    ASSERT_TRUE(keywords.isVisible());
+    const auto found = keywords.findItems("onglets", Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1);
+    keywords.setCurrentItem(found.front());
+    EXPECT_EQ(topic_.Topic(), "/fichiers.htm");
+    topic_.Follow("/regles.htm");
+    emit keywords.itemActivated(found.front());
+    EXPECT_EQ(topic_.Topic(), "/fichiers.htm");
 }
 
 TEST_F(Help, TheSearchFindsTopicsWithEveryWordAndMarksThem) {
