@@ -17,7 +17,7 @@ FocusRing::FocusRing(QWidget* window) : QObject(window), window_(window) {
 }
 
 void FocusRing::Add(QWidget* part, std::function<QWidget*()> stop) {
-    parts_.push_back({part, std::move(stop)});
+    regions_.push_back({part, std::move(stop)});
 }
 
 void FocusRing::Add(QToolBar* bar) {
@@ -28,14 +28,14 @@ void FocusRing::Add(QToolBar* bar) {
 void FocusRing::Walk(int step) {
     if (BusyGuard::Active()) return;
     const QWidget* focus = window_->focusWidget();
-    const auto here = std::ranges::find_if(parts_, [focus](const Part& part) {
-        return focus && focus->hasFocus() && (part.widget == focus || part.widget->isAncestorOf(focus));
+    const auto here = std::ranges::find_if(regions_, [focus](const Region& region) {
+        return focus && focus->hasFocus() && (region.widget == focus || region.widget->isAncestorOf(focus));
     });
-    const auto count = static_cast<int>(parts_.size());
-    int place = here == parts_.end() ? (step > 0 ? -1 : count) : static_cast<int>(here - parts_.begin());
+    const auto count = static_cast<int>(regions_.size());
+    int place = here == regions_.end() ? (step > 0 ? -1 : count) : static_cast<int>(here - regions_.begin());
     for (int n = 0; n < count; ++n) {
         place = (place + step + count) % count;
-        QWidget* stop = parts_[static_cast<std::size_t>(place)].stop();
+        QWidget* stop = regions_[static_cast<std::size_t>(place)].stop();
         if (!stop || !stop->isVisible()) continue;
         return stop->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     }

@@ -23,12 +23,12 @@ class FocusRing : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    struct Part {
+    struct Region {
         QWidget* widget;
         std::function<QWidget*()> stop;
     };
     void Walk(int step);
 
     QWidget* window_;
-    std::vector<Part> parts_;
+    std::vector<Region> regions_;
 };
