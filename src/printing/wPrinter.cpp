@@ -7,7 +7,9 @@
 #include <QLabel>
 #include <QPainter>
 #include <QRadioButton>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
@@ -22,13 +24,18 @@ namespace {
 
 const QString pdfFile = QStringLiteral("Fichier PDF");
 
+constexpr int largestPreview = 420;  // pixels
+constexpr int aroundPreview = 90;    // margins and the window's title
+
 }  // namespace
 
 // The page as it will be printed, as large as the widget allows.
 class PagePreview : public QWidget {
   public:
     PagePreview(const PrintedGrid& grid, QWidget* parent) : QWidget(parent), grid_(grid) {
-        setFixedSize(420, 420);
+        // On a small screen the buttons below it must not be cut off.
+        const int side = std::min(largestPreview, screen()->availableSize().height() - aroundPreview);
+        setFixedSize(side, side);
         setAccessibleName(QStringLiteral("Aperçu de la page"));
     }
 

@@ -38,7 +38,6 @@ class wPrinter : public QDialog {
   public slots:
     void cmdCommands_Click(int index);  // 1 "Ok", 0 "Annuler"
 
-  protected:
   private:
     QWidget* BuildChoices();
     void Form_Load();

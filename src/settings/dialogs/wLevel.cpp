@@ -26,8 +26,7 @@ wLevel::wLevel(QWidget* owner)
     layout->addSpacing(8);
     layout->addWidget(chkLevelAsk_);
     layout->addSpacing(10);
-    QWidget* commands = platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); });
-    layout->addWidget(commands);
+    layout->addWidget(platform_qt::CommandRow(this, [this](int index) { cmdCommands_Click(index); }));
     layout->setSizeConstraint(QLayout::SetFixedSize);
     platform_qt::HelpOnF1(*this, [] { return HelpContext::Generer; });
     Form_Load();
