@@ -6,7 +6,6 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 
 #include "diagnostics/ErrorHandling.h"
@@ -28,11 +27,6 @@ QColor FillOf(DigitState state) {
         default:
             return platform_qt::FromLowRed(0x888888);
     }
-}
-
-QColor Mixed(const QColor& one, const QColor& other) {
-    return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2,
-            (one.blue() + other.blue()) / 2};
 }
 
 // A tick in the lower right corner for an allowed digit, a stroke across the button for an excluded one.
@@ -125,8 +119,7 @@ QString PaletteButton::SpokenState() const {
 QColor PaletteButton::Fill() const {
     QColor fill = FillOf(state_);
     if (!isEnabled() && state_ == DigitState::Neutral) {
-        const QColor window = palette().color(QPalette::Window);
-        return Mixed(Mixed(fill, window), window);
+        return platform_qt::Mixed(fill, palette().color(QPalette::Window), 64);
     }
     if (isDown()) return fill.darker(130);
     return underMouse() && isEnabled() ? fill.lighter(112) : fill;
@@ -146,10 +139,7 @@ void PaletteButton::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(area, 4, 4);
     PaintMark(painter, area, state_, ink);
     if (hasFocus()) {
-        const QColor window = palette().color(QPalette::Window);
-        const QColor frame =
-            platform_qt::Legible(palette().color(QPalette::Highlight), window, platform_qt::ShapeContrast);
-        painter.setPen(QPen(frame, 3));
+        painter.setPen(QPen(platform_qt::FocusColor(palette()), 3));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 5, 5);
     }
@@ -187,55 +177,48 @@ Palette::Palette(QWidget* parent)
     : QWidget(parent),
       frmValue_(new QGroupBox(QStringLiteral("Valeur"), this)),
       frmMask_(new QGroupBox(QStringLiteral("Masque"), this)) {
-    static const bool installed = [] {
-        QAccessible::installFactory(MakeButtonAccessible);
-        return true;
-    }();
-    static_cast<void>(installed);
+    QAccessible::installFactory(MakeButtonAccessible);
     setObjectName(QStringLiteral("picPalette"));
     frmValue_->setObjectName(QStringLiteral("frmValue"));
     frmMask_->setObjectName(QStringLiteral("frmMask"));
     for (int i = 0; i <= 9; ++i) {
-        const auto row = static_cast<std::size_t>(i);
-        columns_[0][row] = new PaletteButton(frmValue_, PaletteButton::Column::Value, i);
-        columns_[1][row] = new PaletteButton(frmMask_, PaletteButton::Column::Mask, i);
+        columns_[0][static_cast<std::size_t>(i)] =
+            new PaletteButton(frmValue_, PaletteButton::Column::Value, i);
+        columns_[1][static_cast<std::size_t>(i)] =
+            new PaletteButton(frmMask_, PaletteButton::Column::Mask, i);
         connect(&cmdValue(i), &QAbstractButton::clicked, this, [this, i] { emit cmdValue_Clicked(i); });
         connect(&cmdMask(i), &QAbstractButton::clicked, this, [this, i] { emit cmdMask_Clicked(i); });
         for (std::size_t column = 0; column < columns_.size(); ++column) {
-            connect(columns_[column][row], &PaletteButton::Arrow, this,
-                    [this, column, row](int columns, int rows) { Walk(column, row, columns, rows); });
+            connect(&Button(column, i), &PaletteButton::Arrow, this,
+                    [this, column, i](int columns, int rows) { Walk(column, i, columns, rows); });
         }
     }
 }
 
 void Palette::PlaceTabStops(bool hasCell) {
-    hasCell_ = hasCell;
     for (std::size_t column = 0; column < columns_.size(); ++column) {
-        const Buttons& buttons = columns_[column];
-        std::size_t& stop = stops_[column];
-        if (!buttons[stop]->isEnabled()) stop = 0;  // the clear button always is
-        for (std::size_t row = 0; row < buttons.size(); ++row) {
-            buttons[row]->setFocusPolicy(hasCell && row == stop ? Qt::TabFocus : Qt::NoFocus);
+        int& stop = stops_[column];
+        if (!Button(column, stop).isEnabled()) stop = 0;  // the clear button always is
+        for (int row = 0; row <= 9; ++row) {
+            Button(column, row).setFocusPolicy(hasCell && row == stop ? Qt::TabFocus : Qt::NoFocus);
         }
     }
 }
 
-void Palette::Walk(std::size_t column, std::size_t row, int columns, int rows) {
-    const auto last = static_cast<int>(columns_[column].size()) - 1;
-    if (columns != 0) {
-        column = columns > 0 ? 1 : 0;
-        rows = -1;  // without a button of use beside this one the next one above it is taken
-    } else {
-        if (static_cast<int>(row) + rows < 0 || static_cast<int>(row) + rows > last) return;
-        row = static_cast<std::size_t>(static_cast<int>(row) + rows);
-    }
-    while (!columns_[column][row]->isEnabled()) {
-        if (static_cast<int>(row) + rows > last) return;
-        row = static_cast<std::size_t>(static_cast<int>(row) + rows);
-    }
+PaletteButton* Palette::FirstStop() const {
+    PaletteButton& stop = Button(0, stops_[0]);
+    return stop.focusPolicy() == Qt::NoFocus ? nullptr : &stop;
+}
+
+void Palette::Walk(std::size_t column, int row, int columns, int rows) {
+    if (columns != 0) column = columns > 0 ? 1 : 0;
+    row += rows;
+    // Beside, what is of no use gives way to what is above it.
+    while (row >= 0 && row <= 9 && !Button(column, row).isEnabled()) row += rows > 0 ? 1 : -1;
+    if (row < 0 || row > 9) return;
     stops_[column] = row;
-    PlaceTabStops(hasCell_);
-    columns_[column][row]->setFocus(Qt::OtherFocusReason);
+    PlaceTabStops(true);
+    Button(column, row).setFocus(Qt::OtherFocusReason);
 }
 
 int Palette::CaptionHeight() const {

@@ -57,11 +57,11 @@ class Palette : public QWidget {
     explicit Palette(QWidget* parent);
 
     // index 0..9, 0 the clear button.
-    PaletteButton& cmdValue(int index) const { return *columns_[0][static_cast<std::size_t>(index)]; }
-    PaletteButton& cmdMask(int index) const { return *columns_[1][static_cast<std::size_t>(index)]; }
+    PaletteButton& cmdValue(int index) const { return Button(0, index); }
+    PaletteButton& cmdMask(int index) const { return Button(1, index); }
 
     // Where the Tab key stops first; null when no button is of use.
-    PaletteButton* FirstStop() const { return hasCell_ ? columns_[0][stops_[0]] : nullptr; }
+    PaletteButton* FirstStop() const;
     // After the buttons' states have changed. Without a current cell no button is of use, and none is a stop.
     void PlaceTabStops(bool hasCell);
 
@@ -83,11 +83,13 @@ class Palette : public QWidget {
     void PlaceButtons(const QGroupBox& frame, const Buttons& buttons) const;
     int CaptionHeight() const;
     // From button `row` of a column on by the arrow that was pressed.
-    void Walk(std::size_t column, std::size_t row, int columns, int rows);
+    void Walk(std::size_t column, int row, int columns, int rows);
+    PaletteButton& Button(std::size_t column, int row) const {
+        return *columns_[column][static_cast<std::size_t>(row)];
+    }
 
     QGroupBox* frmValue_;
     QGroupBox* frmMask_;
     std::array<Buttons, 2> columns_{};
-    std::array<std::size_t, 2> stops_{};  // the row of each column where the Tab key stops
-    bool hasCell_ = false;
+    std::array<int, 2> stops_{};  // the row of each column where the Tab key stops
 };

@@ -14,8 +14,7 @@ void StatusPanel::paintEvent(QPaintEvent* event) {
     QLabel::paintEvent(event);
     if (!hasFocus()) return;
     QPainter painter(this);
-    painter.setPen(platform_qt::Legible(palette().color(QPalette::Highlight),
-                                        palette().color(QPalette::Window), platform_qt::ShapeContrast));
+    painter.setPen(platform_qt::FocusColor(palette()));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

@@ -101,11 +101,7 @@ QAccessibleInterface* MakeCellAccessible(const QString& /*className*/, QObject* 
 }  // namespace
 
 void InstallCellAccessibility() {
-    static const bool installed = [] {
-        QAccessible::installFactory(MakeCellAccessible);
-        return true;
-    }();
-    static_cast<void>(installed);
+    QAccessible::installFactory(MakeCellAccessible);
 }
 
 void AnnounceCellChange(ctrlCell& cell) {

@@ -2,8 +2,8 @@
 
 class ctrlCell;
 
-// Lets assistive technology read the cells and play in them. Installed once for the whole program; further
-// calls do nothing.
+// Lets assistive technology read the cells and play in them. For the whole program; further calls
+// do nothing.
 void InstallCellAccessibility();
 
 // Tells assistive technology, when there is any, that the cell has another value.

@@ -31,11 +31,7 @@ QAccessibleInterface* MakeAnnouncement(const QString& /*className*/, QObject* ob
 }  // namespace
 
 void AnnounceIn(QStatusBar& bar) {
-    static const bool installed = [] {
-        QAccessible::installFactory(MakeAnnouncement);
-        return true;
-    }();
-    static_cast<void>(installed);
+    QAccessible::installFactory(MakeAnnouncement);
     Bar() = &bar;
 }
 

@@ -26,18 +26,21 @@ double Luminance(const QColor& color) {
     return 0.2126 * Linear(color.red()) + 0.7152 * Linear(color.green()) + 0.0722 * Linear(color.blue());
 }
 
-// `share` 0..255 of the one, the rest of the other.
-QColor Mixed(const QColor& one, const QColor& other, int share) {
-    const auto mix = [share](int a, int b) { return (a * share + b * (255 - share)) / 255; };
-    return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
-}
-
 }  // namespace
 
 double Contrast(const QColor& one, const QColor& other) {
     const double a = Luminance(one) + 0.05;
     const double b = Luminance(other) + 0.05;
     return std::max(a, b) / std::min(a, b);
+}
+
+QColor Mixed(const QColor& one, const QColor& other, int share) {
+    const auto mix = [share](int a, int b) { return (a * share + b * (255 - share)) / 255; };
+    return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
+}
+
+QColor FocusColor(const QPalette& palette) {
+    return Legible(palette.color(QPalette::Highlight), palette.color(QPalette::Window), ShapeContrast);
 }
 
 QColor Legible(const QColor& ink, const QColor& background, double contrast) {

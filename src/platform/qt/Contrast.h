@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 
 namespace platform_qt {
 
@@ -10,6 +11,12 @@ inline constexpr double ShapeContrast = 3;
 
 // How far two opaque colours are apart in luminance: 1, none, to 21, black and white.
 double Contrast(const QColor& one, const QColor& other);
+
+// `share` 0..255 of the one, the rest of the other.
+QColor Mixed(const QColor& one, const QColor& other, int share);
+
+// The frame of what has the keyboard, seen on the window's background.
+QColor FocusColor(const QPalette& palette);
 
 // The ink itself where it is `contrast` or more from the background, else the nearest shade of it towards
 // black or white that is; plain black or white where none is.

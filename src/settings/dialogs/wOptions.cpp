@@ -49,12 +49,10 @@ class ColorSwatch : public QAbstractButton {
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        const QColor window = palette().color(QPalette::Window);
-        const QColor plain = palette().color(QPalette::WindowText);
-        const QColor frame = hasFocus() ? palette().color(QPalette::Highlight) : plain;
         const int thickness = hasFocus() ? 3 : 1;
         // As areas: pens are blurred at some scales.
-        painter.fillRect(rect(), platform_qt::Legible(frame, window, platform_qt::ShapeContrast));
+        painter.fillRect(
+            rect(), hasFocus() ? platform_qt::FocusColor(palette()) : palette().color(QPalette::WindowText));
         painter.fillRect(rect().adjusted(thickness, thickness, -thickness, -thickness),
                          platform_qt::FromLowRed(color_));
     }
