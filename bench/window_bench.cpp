@@ -22,6 +22,7 @@ class BenchFrame : public MainFrame {
     void cmdValue_Click(int /*index*/) override {}
     void ToggleCandidate(int /*digit*/) override {}
     void UpdateColors() override {}
+    void ShowStanding() override {}
     void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
 
     bool hidden = false;

@@ -11,24 +11,7 @@
 
 namespace {
 
-struct Tab {
-    QString text;
-    QString spoken;
-    QString toolTip;
-};
-
 constexpr int longestCaption = 24;  // of a tab, in average characters
-
-Tab TabOf(wGrid& grid, const QFontMetrics& metrics) {
-    const QString caption = grid.Caption();
-    const QString shown =
-        metrics.elidedText(caption, Qt::ElideMiddle, longestCaption * metrics.averageCharWidth());
-    const bool modified = grid.Document().Modified();
-    const QString path = platform_qt::ShownPath(grid.Path());
-    return {QString(shown).replace(QLatin1Char('&'), QLatin1String("&&")) +
-                (modified ? QStringLiteral(" *") : QString()),
-            caption + (modified ? QStringLiteral(", modifiée") : QString()), path.isEmpty() ? caption : path};
-}
 
 }  // namespace
 
@@ -44,8 +27,13 @@ GridTabs::GridTabs(QWidget* parent)
     strip_->setFocusPolicy(Qt::TabFocus);
     strip_->setAccessibleName(QStringLiteral("Grilles ouvertes"));
     strip_->installEventFilter(this);
-    connect(strip_, &QTabBar::currentChanged, this, &GridTabs::Chosen);
-    connect(strip_, &QTabBar::tabCloseRequested, this, &GridTabs::CloseAsked);
+    connect(strip_, &QTabBar::currentChanged, this, [this](int place) {
+        // Whoever walks along the tabs stays on them.
+        const bool walking = strip_->hasFocus();
+        emit Chosen(GridAt(place));
+        if (walking) strip_->setFocus();
+    });
+    connect(strip_, &QTabBar::tabCloseRequested, this, [this](int place) { emit CloseAsked(GridAt(place)); });
 
     list_->setObjectName(QStringLiteral("cmdGrids"));
     list_->setAutoRaise(true);
@@ -68,27 +56,46 @@ GridTabs::GridTabs(QWidget* parent)
 
 void GridTabs::Show(const std::vector<OpenGrid>& grids, const OpenGrid& active) {
     const QSignalBlocker silent(strip_);
+    grids_ = grids;
     const auto count = static_cast<int>(grids.size());
     while (strip_->count() > count) strip_->removeTab(strip_->count() - 1);
     while (strip_->count() < count) strip_->addTab({});
     for (int place = 0; place < count; ++place) {
-        const OpenGrid& grid = grids[static_cast<std::size_t>(place)];
-        const Tab tab = TabOf(*grid, strip_->fontMetrics());
-        if (strip_->tabText(place) != tab.text) {
-            strip_->setTabText(place, tab.text);
-            strip_->setAccessibleTabName(place, tab.spoken);
-        }
-        if (strip_->tabToolTip(place) != tab.toolTip) strip_->setTabToolTip(place, tab.toolTip);
-        if (grid == active) strip_->setCurrentIndex(place);
+        ShowTab(place);
+        if (GridAt(place) == active) strip_->setCurrentIndex(place);
     }
     setVisible(count > 1);
+}
+
+// What is spoken tells whether the tab is another; cutting its caption to a length is what takes time.
+void GridTabs::ShowTab(int place) {
+    const wGrid& grid = *GridAt(place);
+    const bool modified = grid.Document().Modified();
+    const QString caption = grid.Caption();
+    const QString spoken = caption + (modified ? QStringLiteral(", modifiée") : QString());
+    if (strip_->accessibleTabName(place) != spoken) {
+        const QFontMetrics metrics = strip_->fontMetrics();
+        QString shown =
+            metrics.elidedText(caption, Qt::ElideMiddle, longestCaption * metrics.averageCharWidth());
+        shown.replace(QLatin1Char('&'), QLatin1String("&&"));
+        strip_->setTabText(place, shown + (modified ? QStringLiteral(" *") : QString()));
+        strip_->setAccessibleTabName(place, spoken);
+    }
+    const QString path = platform_qt::ShownPath(grid.Path());
+    strip_->setTabToolTip(place, path.isEmpty() ? caption : path);
+}
+
+void GridTabs::Walk(int step) {
+    const int count = strip_->count();
+    if (count > 1) strip_->setCurrentIndex((strip_->currentIndex() + step + count) % count);
 }
 
 void GridTabs::FillList() {
     QMenu& menu = *list_->menu();
     menu.clear();
     for (int place = 0; place < strip_->count(); ++place) {
-        QAction* item = menu.addAction(strip_->tabText(place), this, [this, place] { emit Chosen(place); });
+        QAction* item =
+            menu.addAction(strip_->tabText(place), this, [this, place] { emit Chosen(GridAt(place)); });
         item->setCheckable(true);
         item->setChecked(place == strip_->currentIndex());
     }
@@ -100,7 +107,7 @@ bool GridTabs::eventFilter(QObject* watched, QEvent* event) {
         const auto& click = static_cast<const QMouseEvent&>(*event);
         const int place = strip_->tabAt(click.position().toPoint());
         if (click.button() == Qt::MiddleButton && place >= 0) {
-            emit CloseAsked(place);
+            emit CloseAsked(GridAt(place));
             return true;
         }
     }

@@ -19,19 +19,23 @@ class GridTabs : public QWidget {
     // Shows these grids, the active one chosen, modified ones with a star. Cheap when nothing has changed.
     void Show(const std::vector<OpenGrid>& grids, const OpenGrid& active);
 
+    // Chooses the tab so many places on, in a circle.
+    void Walk(int step);
     QTabBar& Strip() const { return *strip_; }
 
   signals:
-    // By place in the strip, from 0.
-    void Chosen(int place);
-    void CloseAsked(int place);
+    void Chosen(const OpenGrid& grid);
+    void CloseAsked(const OpenGrid& grid);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void FillList();
+    void ShowTab(int place);
+    const OpenGrid& GridAt(int place) const { return grids_[static_cast<std::size_t>(place)]; }
 
+    std::vector<OpenGrid> grids_;  // in the order of the tabs
     QTabBar* strip_;
     QToolButton* list_;
 };

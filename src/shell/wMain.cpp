@@ -175,9 +175,7 @@ bool wMain::eventFilter(QObject* watched, QEvent* event) {
 
 void wMain::MDIForm_Resize() {
     Trap("wMain", "MDIForm_Resize", [this] {
-        QRect hints = hints_->rect();
-        hints.moveCenter(area_->viewport()->rect().center());
-        hints_->setGeometry(hints);
+        hints_->Center();
         for (QMdiSubWindow* window : area_->subWindowList()) {
             if (window->isMinimized() || window->isMaximized()) window->showNormal();
             window->setGeometry(area_->viewport()->rect());
@@ -266,23 +264,13 @@ void wMain::GridActivated(QMdiSubWindow* window) {
 void wMain::GridUnloading() {
     if (!ActiveGrid()) ShowDocument({}, {});
     if (!Cell()) UpdateColors();
-    ShowState();
+    ShowTabs();
     std::erase_if(used_, [](const OpenGrid& grid) { return !grid; });
     if (!ActiveGrid() && !used_.empty()) Activate(used_.back());
 }
 
 void wMain::Activate(const OpenGrid& grid) {
     if (grid) area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(grid->parentWidget()));
-}
-
-void wMain::ActivateNext(int step) {
-    if (BusyGuard::Active()) return;
-    const std::vector<OpenGrid> grids = Grids();
-    const auto active = std::ranges::find(grids, ActiveGrid());
-    if (active == grids.end()) return;
-    const auto count = static_cast<int>(grids.size());
-    const int place = (static_cast<int>(active - grids.begin()) + step + count) % count;
-    Activate(grids[static_cast<std::size_t>(place)]);
 }
 
 void wMain::ShowTabs() {
@@ -316,7 +304,7 @@ void wMain::ShowDocument(const QString& path, const QString& caption) {
                        : title + QStringLiteral(" - ") +
                              QString(caption).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     ShowPath(path);
-    ShowTabs();
+    ShowState();
 }
 
 void wMain::ShowPath(const QString& path) {

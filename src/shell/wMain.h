@@ -50,6 +50,7 @@ class wMain : public QMainWindow, public MainFrame {
     ctrlCell* Cell() const override;
     void Cell(ctrlCell* cell) override;
     void UpdateColors() override;
+    void ShowStanding() override;
     void ShowDocument(const QString& path, const QString& caption) override;
 
     // Opens a grid file in a window of its own; true when a window now shows it. Reports what went wrong.
@@ -157,8 +158,6 @@ class wMain : public QMainWindow, public MainFrame {
     void GridActivated(QMdiSubWindow* window);
     void GridUnloading();
     void Activate(const OpenGrid& grid);
-    // On through the grids as their tabs stand, in a circle.
-    void ActivateNext(int step);
     void ShowTabs();
     void OpenDroppedFiles();
     // Shows the puzzle that a text holds as a new grid; beeps at any other text.
@@ -193,7 +192,6 @@ class wMain : public QMainWindow, public MainFrame {
     // How often grids had changed when the user agreed to the session's end.
     std::optional<std::uint64_t> committed_;
     OpenGrid activeGrid_;
-    OpenGrid statePanelsGrid_;
     std::vector<OpenGrid> used_;  // the last used one last; may hold closed ones
     QPointer<ctrlCell> cell_;
     QPointer<wSplash> splash_;

@@ -77,18 +77,18 @@ void wMain::AddMenuItem(QMenu& menu, const Command& command) {
 }
 
 void wMain::BuildToolbar() {
-    QToolBar* tbrTools = toolbar_ = addToolBar(QStringLiteral("Outils"));
-    tbrTools->setObjectName(QStringLiteral("tbrTools"));
-    tbrTools->setMovable(false);
-    tbrTools->setIconSize(QSize(32, 32));
-    tbrTools->setContextMenuPolicy(Qt::PreventContextMenu);
+    toolbar_ = addToolBar(QStringLiteral("Outils"));
+    toolbar_->setObjectName(QStringLiteral("tbrTools"));
+    toolbar_->setMovable(false);
+    toolbar_->setIconSize(QSize(32, 32));
+    toolbar_->setContextMenuPolicy(Qt::PreventContextMenu);
     // By itself a tool does not show that it has the keyboard.
-    tbrTools->setStyleSheet(
+    toolbar_->setStyleSheet(
         QStringLiteral("QToolButton:focus { border: 2px solid palette(highlight); border-radius: 4px; }"));
     for (const Command* command : ToolCommands()) {
         const QString key = QLatin1String(command->name);
         const QString text = QString::fromUtf8(command->toolTip);
-        QAction* button = tbrTools->addAction(ToolPicture(key), text);
+        QAction* button = toolbar_->addAction(ToolPicture(key), text);
         button->setObjectName(QStringLiteral("tbrTools(%1)").arg(key));
         button->setToolTip(text);
         if (command->kind != Command::Kind::Check) {
@@ -145,27 +145,20 @@ void wMain::BuildTabs() {
     column->addWidget(tabs_);
     column->addWidget(area_, 1);
     setCentralWidget(center);
-    // Whoever walks along the tabs stays on them.
-    connect(tabs_, &GridTabs::Chosen, this, [this](int place) {
-        const bool walking = tabs_->Strip().hasFocus();
-        const std::vector<OpenGrid> grids = Grids();
-        if (!BusyGuard::Active() && place < static_cast<int>(grids.size()))
-            Activate(grids[static_cast<std::size_t>(place)]);
+    connect(tabs_, &GridTabs::Chosen, this, [this](const OpenGrid& grid) {
+        if (!BusyGuard::Active()) Activate(grid);
         ShowTabs();
-        if (walking) tabs_->Strip().setFocus();
     });
-    connect(tabs_, &GridTabs::CloseAsked, this, [this](int place) {
-        const std::vector<OpenGrid> grids = Grids();
-        if (!RefusedWhileBusy() && place < static_cast<int>(grids.size()))
-            grids[static_cast<std::size_t>(place)]->parentWidget()->close();
+    connect(tabs_, &GridTabs::CloseAsked, this, [](const OpenGrid& grid) {
+        if (!RefusedWhileBusy() && grid) grid->parentWidget()->close();
     });
     const std::pair<QKeyCombination, int> keys[] = {{Qt::CTRL | Qt::Key_Tab, 1},
                                                     {Qt::CTRL | Qt::Key_PageDown, 1},
                                                     {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1},
                                                     {Qt::CTRL | Qt::Key_PageUp, -1}};
     for (const auto& [key, step] : keys) {
-        connect(new QShortcut(key, this), &QShortcut::activated, this,
-                [this, step = step] { ActivateNext(step); });
+        connect(new QShortcut(key, this), &QShortcut::activated, tabs_,
+                [this, step = step] { tabs_->Walk(step); });
     }
 }
 

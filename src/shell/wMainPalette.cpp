@@ -23,7 +23,6 @@ void wMain::Cell(ctrlCell* cell) {
 
 void wMain::UpdateColors() {
     Trap("wMain", "UpdateColors", [this] {
-        ShowState();
         const ctrlCell* view = Cell();
         const bool hidden = MasksHidden();
         for (int i = 1; i <= 9; ++i) {
@@ -60,14 +59,16 @@ void wMain::ShowState() {
                                          : QStringLiteral("Grille complète");
         }
     }
-    if (text != statePanel_->text()) {
-        statePanel_->setText(text);
-        // At every entry the number of empty cells would be said beside it, and another grid says its own.
-        const bool sameGrid = ActiveGrid() == statePanelsGrid_;
-        if (sameGrid && !text.contains(QLatin1String("vides"))) platform_qt::Announce(text);
-    }
-    statePanelsGrid_ = ActiveGrid();
+    statePanel_->setText(text);
     ShowTabs();
+}
+
+void wMain::ShowStanding() {
+    const QString before = statePanel_->text();
+    ShowState();
+    // At every entry the number of empty cells would be said beside it.
+    const QString now = statePanel_->text();
+    if (now != before && !now.contains(QLatin1String("vides"))) platform_qt::Announce(now);
 }
 
 void wMain::cmdValue_Click(int index) {

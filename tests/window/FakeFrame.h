@@ -24,6 +24,7 @@ class FakeFrame : public MainFrame {
     void cmdValue_Click(int index) override { entered.push_back(index); }
     void ToggleCandidate(int digit) override { toggled.push_back(digit); }
     void UpdateColors() override {}
+    void ShowStanding() override {}
     void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
 
     ctrlCell* cell = nullptr;

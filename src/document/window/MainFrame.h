@@ -24,9 +24,10 @@ class MainFrame {
     // Excludes digit 1..9 from the current cell or readmits it, 0 readmits all; beeps where the palette's
     // button is of no use.
     virtual void ToggleCandidate(int digit) = 0;
-    // The palette shows the current cell's state again, the status bar the active grid's; for changes made
-    // behind their backs.
+    // The palette shows the current cell's state again, for changes made behind its back.
     virtual void UpdateColors() = 0;
+    // Where the active grid stands is shown again, and said where that is news.
+    virtual void ShowStanding() = 0;
 
     // The status panel "path" and the main window's caption; empty texts when no document is active.
     virtual void ShowDocument(const QString& path, const QString& caption) = 0;

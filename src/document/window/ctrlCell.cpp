@@ -221,18 +221,15 @@ void ctrlCell::ShowValue(std::uint8_t value) {
     update();
 }
 
-void ctrlCell::DigitSizes(double value, double candidate) {
-    lblValue_.pixelSize = value;
-    for (CellLabel& label : lblMask_) label.pixelSize = candidate;
-    Relocate();
-    update();
-}
-
-void ctrlCell::Relocate() {
+void ctrlCell::LayOut(double valueSize, double candidateSize) {
     lblValue_.place = QRectF(rect());
-    const auto places =
-        CandidatePlaces(lblValue_.place, QFontMetricsF(DigitFont(lblMask_.front().pixelSize)));
-    for (std::size_t i = 0; i < places.size(); ++i) lblMask_[i].place = places[i];
+    lblValue_.pixelSize = valueSize;
+    const auto places = CandidatePlaces(lblValue_.place, QFontMetricsF(DigitFont(candidateSize)));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        lblMask_[i].place = places[i];
+        lblMask_[i].pixelSize = candidateSize;
+    }
+    update();
 }
 
 int ctrlCell::CandidateAt(const QPointF& point) const {
@@ -308,10 +305,6 @@ void ctrlCell::keyPressEvent(QKeyEvent* event) {
     if (digit < 0 && event->text().isEmpty()) return;
     const int typed = digit >= 0 ? '0' + digit : event->text().front().unicode();
     Trap("ctrlCell", "UserControl_KeyPress", [&] { emit Keypress(typed); });
-}
-
-void ctrlCell::resizeEvent(QResizeEvent* /*event*/) {
-    Trap("ctrlCell", "UserControl_Resize", [this] { Relocate(); });
 }
 
 // Whatever brings the keyboard here makes this the current cell.

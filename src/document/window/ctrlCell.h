@@ -79,9 +79,9 @@ class ctrlCell : public QWidget {
     bool Mask(int d) const;
     void Mask(int d, bool visible);
 
-    // The sizes of value and candidates, in pixels; the same for all cells of a window, whose own sizes
-    // differ by a pixel.
-    void DigitSizes(double value, double candidate);
+    // Places the digits, once the view has its size. Theirs, in pixels, are the same for all cells of a
+    // window, whose own sizes differ by a pixel.
+    void LayOut(double valueSize, double candidateSize);
 
     // True hides all candidates from the next ManageMasks on.
     bool NoMask() const { return noMask_; }
@@ -118,14 +118,12 @@ class ctrlCell : public QWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
   private:
     void mCell_Change(std::uint8_t value);
     void ShowValue(std::uint8_t value);
-    void Relocate();
     // The candidate 1..9 in whose ninth of the view the point lies.
     int CandidateAt(const QPointF& point) const;
     void PaintFrame(QPainter& painter) const;

@@ -125,6 +125,7 @@ void wGrid::ShowCells() {
         }
         for (ctrlCell* cell : cells_) cell->TellChange();
         frame_.UpdateColors();
+        frame_.ShowStanding();
     });
 }
 
@@ -191,7 +192,7 @@ void wGrid::Form_Resize() {
     const double candidate = CandidateSize(cell, QFontInfo(font()).pixelSize());
     for (int i = 1; i <= 81; ++i) {
         ctrlCells(i).setGeometry(GridLayout::CellPlace(i, size()));
-        ctrlCells(i).DigitSizes(value, candidate);
+        ctrlCells(i).LayOut(value, candidate);
     }
     for (int k = 0; k <= 9; ++k) {
         QWidget* vertical = picV_[static_cast<std::size_t>(k)];
