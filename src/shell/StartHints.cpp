@@ -32,13 +32,21 @@ StartHints::StartHints(QWidget* parent) : QLabel(parent) {
     setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     setAutoFillBackground(true);
     setMargin(16);
+}
+
+void StartHints::Center() {
+    move(parentWidget()->rect().center() - rect().center());
+}
+
+void StartHints::showEvent(QShowEvent* event) {
+    QLabel::showEvent(event);
     Fill();
 }
 
 void StartHints::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) Fill();
-    if (event->type() == QEvent::FontChange) adjustSize();
+    const bool looks = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
+    if (looks && isVisible()) Fill();
 }
 
 // The links' usual blue is not seen on a dark desktop.
@@ -51,6 +59,7 @@ void StartHints::Fill() {
                     .arg(QLatin1String(name), link.name(), QString::fromUtf8(way), KeyOf(name));
     }
     text += QStringLiteral("</table><p>Un fichier ou un texte déposé ici s'ouvre aussi.</p>");
-    if (text != this->text()) setText(text);
+    setText(text);
     adjustSize();
+    Center();
 }

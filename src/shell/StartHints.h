@@ -9,7 +9,11 @@ class StartHints : public QLabel {
   public:
     explicit StartHints(QWidget* parent);
 
+    // In its parent.
+    void Center();
+
   protected:
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
