@@ -4,138 +4,129 @@
 #include <cassert>
 #include <cstdint>
 
-// Sets of cells and the grid's shape, laid out for speed. Cells are 1..81 row-major, units and digits 1..9.
+#include "engine/Geometry.h"
+
+// Sets of cells, laid out for speed.
 namespace Global {
 
-// An array indexed by int, as digits and cells are; the bounds are asserted only: what comes from outside
-// was checked before.
-template <class T, int Size>
-struct EngineArray {
-    T entries[Size]{};
-    constexpr T& operator[](int index) {
-        assert(index >= 0 && index < Size);
-        return entries[index];
-    }
-    constexpr const T& operator[](int index) const {
-        assert(index >= 0 && index < Size);
-        return entries[index];
-    }
-};
-
-// A set of cells, one word for each band of three rows: bit (cell - 1) % 27 of word (cell - 1) / 27. The
-// fourth word stays 0; with it four words are one vector register.
+// Box by box, ten bits for each:
+//
+//     bits     59..50  49..40  39..30  29..20  19..10   9..0
+//     lower    box 6   box 5   box 4   box 3   box 2   box 1
+//     upper                            box 9   box 8   box 7
+//
+// The lowest nine of the ten are the box's cells, row by row. The tenth, the guard, is 0 in every set: it
+// takes the carry when all boxes are counted at once.
+//
+// Both words stand in one vector register, so that a set costs what a word costs.
 struct CellSet {
-    std::uint32_t bands[4]{};
+    using Words = std::uint64_t __attribute__((vector_size(16)));
+    Words words{};  // lower, upper
 
-    constexpr void Add(int cell) { bands[(cell - 1) / 27] |= 1U << (cell - 1) % 27; }
-    constexpr bool Empty() const { return (bands[0] | bands[1] | bands[2]) == 0; }
-    constexpr int Size() const { return std::popcount(UpperBands()) + std::popcount(bands[2]); }
-    // In cell order, position 1..Size(); First() is At(1).
-    constexpr int At(int position) const {
-        const std::uint64_t upper = UpperBands();
-        const int upperSize = std::popcount(upper);
-        if (position <= upperSize) return NthBit(upper, position) + 1;
-        return NthBit(bands[2], position - upperSize) + 55;
-    }
-    constexpr int First() const {
-        assert(!Empty());
-        const std::uint64_t upper = UpperBands();
-        return upper != 0 ? std::countr_zero(upper) + 1 : std::countr_zero(bands[2]) + 55;
-    }
+    static CellSet Of(int cell);
 
-    // Word by word: op(band of one, band of other).
-    template <class Op>
-    static constexpr CellSet Combine(const CellSet& one, const CellSet& other, Op op) {
-        CellSet result;
-        for (int band = 0; band < 4; ++band) result.bands[band] = op(one.bands[band], other.bands[band]);
-        return result;
+    bool Empty() const { return (words[0] | words[1]) == 0; }
+    bool HasTwo() const { return Size() >= 2; }
+    int Size() const { return std::popcount(words[0]) + std::popcount(words[1]); }
+
+    // Calls visit(cell) for each member, box by box, inside the box row by row.
+    template <class Visit>
+    void ForEach(Visit visit) const;
+    // The member at position 1..Size() in the order of the cells.
+    int At(int position) const;
+
+    // The members that stand alone in their box.
+    CellSet AloneInBox() const {
+        const Words others = words & WithoutFirst();
+        // 511 brings any rest to the guard.
+        const Words crowded = (others + (guards - firsts)) & guards;
+        return {words & ~(crowded - (crowded >> 9))};
     }
-    friend constexpr CellSet operator&(const CellSet& one, const CellSet& other) {
-        return Combine(one, other, [](std::uint32_t a, std::uint32_t b) { return a & b; });
-    }
-    friend constexpr CellSet operator|(const CellSet& one, const CellSet& other) {
-        return Combine(one, other, [](std::uint32_t a, std::uint32_t b) { return a | b; });
-    }
-    friend constexpr CellSet operator^(const CellSet& one, const CellSet& other) {
-        return Combine(one, other, [](std::uint32_t a, std::uint32_t b) { return a ^ b; });
-    }
-    friend constexpr CellSet operator-(const CellSet& one, const CellSet& other) {
-        return Combine(one, other, [](std::uint32_t a, std::uint32_t b) { return a & ~b; });
-    }
+    // The guards of the boxes that have no member.
+    Words EmptyBoxes() const { return guards & ~WithoutFirst(); }
+
+    friend CellSet operator&(CellSet one, CellSet other) { return {one.words & other.words}; }
+    friend CellSet operator|(CellSet one, CellSet other) { return {one.words | other.words}; }
+    friend CellSet operator^(CellSet one, CellSet other) { return {one.words ^ other.words}; }
+    friend CellSet operator-(CellSet one, CellSet other) { return {one.words & ~other.words}; }
+    CellSet& operator|=(CellSet other) { return *this = *this | other; }
+    CellSet& operator&=(CellSet other) { return *this = *this & other; }
+    CellSet& operator-=(CellSet other) { return *this = *this - other; }
 
   private:
-    constexpr std::uint64_t UpperBands() const { return bands[0] | std::uint64_t{bands[1]} << 27; }
-    static constexpr int NthBit(std::uint64_t bits, int n) {
-        while (--n > 0) bits &= bits - 1;
-        return std::countr_zero(bits);
-    }
+    static constexpr Words firsts{0x0004010040100401, 0x0000000000100401};  // the lowest bit of each box
+    static constexpr Words guards{0x0004010040100401 << 9, 0x0000000000100401 << 9};
+
+    // Takes the first member from each box. An empty box pays with its guard.
+    Words WithoutFirst() const { return (words | guards) - firsts; }
 };
 
-// Cells that are excluded together, as a set and one by one.
-template <int Size>
-struct Region {
-    CellSet set;
-    EngineArray<std::uint8_t, Size> cells;
-};
-
-struct CellUnits {
-    int row = 0;
-    int col = 0;
-    int box = 0;
-    int otherRows[2] = {};  // of the band
-    int otherCols[2] = {};  // of the stack
-};
-
-// Everything about the grid's shape that is looked up by cell, by unit or by unit and position.
-struct Geometry {
-    EngineArray<CellUnits, 82> units;
-    EngineArray<Region<9>, 10> rows, cols, boxes;
-    EngineArray<Region<21>, 82> reach;  // the cell and all that share a unit with it
-    EngineArray<CellSet, 82> alone;
-};
-
-template <int Size, class Belongs>
-constexpr Region<Size> MakeRegion(Belongs belongs) {
-    Region<Size> region;
-    int count = 0;
-    for (int cell = 1; cell <= 81; ++cell)
-        if (belongs(cell)) {
-            region.set.Add(cell);
-            region.cells[count++] = static_cast<std::uint8_t>(cell);
-        }
-    return region;
+template <class Belongs>
+constexpr CellSet CellsWhere(Belongs belongs) {
+    std::uint64_t lower = 0, upper = 0;
+    for (int box = 1; box <= 9; ++box)
+        for (int position = 1; position <= 9; ++position)
+            if (belongs(CellOfBox(box, position)))
+                (box <= 6 ? lower : upper) |= std::uint64_t{1} << ((box - 1) % 6 * 10 + position - 1);
+    return CellSet{CellSet::Words{lower, upper}};
 }
 
-// One of the other two lines of the same three.
-constexpr int Neighbour(int line, int step) {
-    return (line - 1) / 3 * 3 + (line - 1 + step) % 3 + 1;
-}
+// What the search looks up.
+struct CellSets {
+    EngineArray<CellSet, 82> cells;  // the cell alone
+    EngineArray<CellSet, 82> peers;  // the cells that share a unit with it, itself not among them
+    EngineArray<CellSet, 10> rows, cols, boxes;
+    // The cell of a bit of `lower`, and from 64 on of `upper`.
+    EngineArray<std::uint8_t, 128> cellOfBit;
+};
 
-constexpr Geometry MakeGeometry() {
-    Geometry result;
-    auto& units = result.units;
+constexpr CellSets MakeCellSets() {
+    CellSets result;
     for (int cell = 1; cell <= 81; ++cell) {
-        const int row = (cell - 1) / 9 + 1;
-        const int col = (cell - 1) % 9 + 1;
-        const int box = (row - 1) / 3 * 3 + (col - 1) / 3 + 1;
-        units[cell] = {
-            row, col, box, {Neighbour(row, 1), Neighbour(row, 2)}, {Neighbour(col, 1), Neighbour(col, 2)}};
+        const CellUnits units = unitsOf[cell];
+        result.cells[cell] = CellsWhere([=](int other) { return other == cell; });
+        result.peers[cell] = CellsWhere([=](int other) {
+            const CellUnits others = unitsOf[other];
+            return other != cell &&
+                   (others.row == units.row || others.col == units.col || others.box == units.box);
+        });
+    }
+    for (int n = 0; n < 81; ++n) {
+        const int box = n / 9 + 1;
+        result.cellOfBit[(box <= 6 ? (box - 1) * 10 : 64 + (box - 7) * 10) + n % 9] =
+            static_cast<std::uint8_t>(CellOfBox(box, n % 9 + 1));
     }
     for (int unit = 1; unit <= 9; ++unit) {
-        result.rows[unit] = MakeRegion<9>([&](int cell) { return units[cell].row == unit; });
-        result.cols[unit] = MakeRegion<9>([&](int cell) { return units[cell].col == unit; });
-        result.boxes[unit] = MakeRegion<9>([&](int cell) { return units[cell].box == unit; });
-    }
-    for (int cell = 1; cell <= 81; ++cell) {
-        result.alone[cell].Add(cell);
-        result.reach[cell] = MakeRegion<21>([&](int other) {
-            return units[cell].row == units[other].row || units[cell].col == units[other].col ||
-                   units[cell].box == units[other].box;
-        });
+        result.rows[unit] = CellsWhere([=](int cell) { return unitsOf[cell].row == unit; });
+        result.cols[unit] = CellsWhere([=](int cell) { return unitsOf[cell].col == unit; });
+        result.boxes[unit] = CellsWhere([=](int cell) { return unitsOf[cell].box == unit; });
     }
     return result;
 }
 
-inline constexpr Geometry geometry = MakeGeometry();
+inline constexpr CellSets cellSets = MakeCellSets();
+
+inline CellSet CellSet::Of(int cell) {
+    return cellSets.cells[cell];
+}
+
+template <class Visit>
+void CellSet::ForEach(Visit visit) const {
+    for (std::uint64_t rest = words[0]; rest != 0; rest &= rest - 1)
+        visit(int{cellSets.cellOfBit[std::countr_zero(rest)]});
+    for (std::uint64_t rest = words[1]; rest != 0; rest &= rest - 1)
+        visit(int{cellSets.cellOfBit[64 + std::countr_zero(rest)]});
+}
+
+inline int CellSet::At(int position) const {
+    assert(position >= 1 && position <= Size());
+    for (int row = 1; row <= 9; ++row) {
+        const CellSet inRow = *this & cellSets.rows[row];
+        // In one row the bits follow each other as the columns do.
+        for (std::uint64_t rest = inRow.words[row <= 6 ? 0 : 1]; rest != 0; rest &= rest - 1)
+            if (--position == 0) return cellSets.cellOfBit[std::countr_zero(rest) + (row <= 6 ? 0 : 64)];
+    }
+    return 0;
+}
 
 }  // namespace Global

@@ -1,10 +1,19 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+
+#include "engine/Geometry.h"
 #include "platform/ProgressWindow.h"
 
 class RangeClass;
 
 namespace Global {
+
+class Board;
+
+// By cell 1..81; 0 for none.
+using Digits = EngineArray<std::uint8_t, 82>;
 
 // One solve or generation, on the user-interface thread. The ranges and the progress window are borrowed for
 // the run's lifetime. The tables are the module's: there is one run at a time. Nothing here traps errors.
@@ -18,12 +27,19 @@ class EngineRun {
 
     // ---- Search.
 
-    // Attempts from the givens (texts of the puzzle range) until one ends. False only when the user declined
+    enum class Ending { Ended, Cancelled, Declined, Clash };
+    // Attempts from the givens until one ends; its grid is then in the table, full unless it was stopped. The
+    // user is asked to go on after each `limit` attempts.
+    Ending SolveDigits(const Digits& givens, int limit);
+    // What the settings say.
+    static int AttemptLimit();
+    // The same from the texts of the puzzle range, to the working range and back. False only when the user declined
     // to go on; true when solved, cancelled, or when the givens clash. Unless solved, the working range holds
     // the givens only.
     bool SolveFromRanges();
     // One attempt on the table as loaded, without taking guesses back. True: the grid is full, or the attempt
-    // was stopped (time limit, cancel, no guess can ever be made) and may be incomplete. False: dead end.
+    // was stopped (time limit, cancel) and is incomplete. False: a dead end, since a contradiction showed or
+    // no guess can be made any more.
     bool SolveAttempt();
     void LoadGivens();
     void CopyWorkingToPuzzle();
@@ -41,17 +57,19 @@ class EngineRun {
     void ChooseGivens();
 
   private:
+    // `loadGivens` puts the givens into the reset table.
+    Ending Search(int limit, const std::function<void()>& loadGivens);
+    static Board FirstBoard();
+    bool Attempt(Board& board) const;
     void LoadRangesFromPuzzle();
     void ShowProgress(int counter, int limit);
     void NoticeCancel();
-    // Attempts between two questions.
-    static int AttemptLimit();
     static bool UserWantsToGoOn();
     // The placed digits as texts into the working range; cells that are still empty keep their text.
     void WriteDigits();
     // False: the user declined to go on. There is no solution after a cancel either.
     bool BuildSolution();
-    void KeepGivensOnly();
+    void WriteGivens(const Digits& givens);
 
     RangeClass& puzzle_;
     RangeClass& working_;

@@ -1,49 +1,46 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <string>
 #include <string_view>
 
+#include "engine/CellText.h"
 #include "engine/EngineRun.h"
+#include "engine/Geometry.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
 #include "engine/Tables.h"
-#include "settings/Conversions.h"
 #include "settings/Settings.h"
 
 namespace {
 
+using Global::Digits;
+
 // Numbers 1..9, each the same number of times, drawn without putting back.
 class NumberPool {
   public:
-    NumberPool(int size, int copies) : size_(size) {
-        for (int n = 0; n < size; ++n) numbers_[Slot(n)] = n / copies + 1;
+    explicit NumberPool(int copies) {
+        for (int number = 1; number <= 9; ++number)
+            for (int copy = 0; copy < copies; ++copy) numbers_[size_++] = number;
     }
-    void Shorten(int size) { size_ = size; }
+    void Shorten(int count) { size_ -= count; }
     int Size() const { return size_; }
     // Position 1..Size().
-    int At(int position) const { return numbers_[Slot(position - 1)]; }
-    void Take(int position) { numbers_[Slot(position - 1)] = numbers_[Slot(--size_)]; }
+    int At(int position) const { return numbers_[position - 1]; }
+    void Take(int position) { numbers_[position - 1] = numbers_[--size_]; }
 
   private:
-    static std::size_t Slot(int n) { return static_cast<std::size_t>(n); }
-    std::array<int, 72> numbers_{};
-    int size_;
+    Global::EngineArray<int, 72> numbers_;
+    int size_ = 0;
 };
 
 // The cells that become givens, named by their box and the digit that the solution holds there.
 class GivenPairs {
   public:
-    bool Has(int box, int digit) const { return pairs_[Slot(box, digit)]; }
-    void Add(int box, int digit) { pairs_[Slot(box, digit)] = true; }
+    bool Has(int box, int digit) const { return pairs_[box * 10 + digit]; }
+    void Add(int box, int digit) { pairs_[box * 10 + digit] = true; }
 
   private:
-    static std::size_t Slot(int box, int digit) {
-        Global::CheckIndex(box, 1, 9);
-        Global::CheckIndex(digit, 1, 9);
-        return static_cast<std::size_t>(box * 10 + digit);
-    }
-    std::array<bool, 100> pairs_{};
+    Global::EngineArray<bool, 100> pairs_;
 };
 
 int ReadLevel() {
@@ -53,11 +50,10 @@ int ReadLevel() {
 
 // Nothing when 100 draws in a row hit pairs that were taken already.
 std::optional<GivenPairs> DrawPairs(int level) {
-    const int size = (level - 1) * 9;
-    NumberPool digits(size, level - 1);
-    NumberPool boxes(size, level - 1);
+    NumberPool digits(level - 1);
+    NumberPool boxes(level - 1);
     // The pool stays sorted: shortening it takes from the last boxes.
-    boxes.Shorten(size - static_cast<int>(Global::NextRandom() * 9));
+    boxes.Shorten(static_cast<int>(Global::NextRandom() * 9));
 
     constexpr int failureLimit = 100;
     int failures = 0;
@@ -79,24 +75,37 @@ std::optional<GivenPairs> DrawPairs(int level) {
     return pairs;
 }
 
-// 1..9 in random order.
-std::array<int, 9> DrawOrder() {
-    std::string rest = "123456789";
-    std::array<int, 9> order{};
-    for (int& digit : order) {
-        const auto position =
-            static_cast<std::size_t>(Global::RandomBetween(1, static_cast<int>(rest.size())) - 1);
-        digit = rest[position] - '0';
-        rest.erase(position, 1);
-    }
-    return order;
+// What becomes a given of the solution, by cell; 0 elsewhere.
+Digits DrawGivens(const Digits& solution, int level) {
+    std::optional<GivenPairs> pairs;
+    while (!pairs) pairs = DrawPairs(level);
+
+    Digits givens;
+    for (int cell = 1; cell <= 81; ++cell)
+        if (pairs->Has(Global::unitsOf[cell].box, solution[cell])) givens[cell] = solution[cell];
+    return givens;
 }
 
-bool SameTexts(const RangeClass& one, const RangeClass& other) {
-    for (int row = 1; row <= 9; ++row)
-        for (int col = 1; col <= 9; ++col)
-            if (one.Cells(row, col).Value != other.Cells(row, col).Value) return false;
+bool TableHolds(const Digits& digits) {
+    for (int cell = 1; cell <= 81; ++cell)
+        if (Global::TableEntry(cell, 0) != digits[cell]) return false;
     return true;
+}
+
+Digits SolutionIn(const RangeClass& working) {
+    Digits solution;
+    for (int cell = 1; cell <= 81; ++cell) {
+        const auto [row, col, box] = Global::unitsOf[cell];
+        const int digit = Global::IntegerOf(working.Cells(row, col).Value);
+        Global::CheckIndex(digit, 1, 9);
+        solution[cell] = static_cast<std::uint8_t>(digit);
+    }
+    return solution;
+}
+
+// 1..9 in random order.
+Global::CandidateList DrawOrder() {
+    return Global::Shuffled({{1, 2, 3, 4, 5, 6, 7, 8, 9}, 9});
 }
 
 }  // namespace
@@ -112,6 +121,7 @@ bool EngineRun::BuildSolution() {
     // One attempt in ten is a dead end: twenty in a row mean that seeds or clock are broken. A negative
     // setting, which asks before each attempt of a search, would ask without need here.
     const int limit = std::max(AttemptLimit(), 20);
+    ClearRanges();
     for (int attempts = 0;; ++attempts) {
         if (attempts > 0) NoticeCancel();
         if (cancelRequested_) return true;
@@ -119,7 +129,6 @@ bool EngineRun::BuildSolution() {
             if (!UserWantsToGoOn()) return false;
             attempts = 0;
         }
-        ClearRanges();
         ResetTable();
         Reseed();
         SeedBoxes();
@@ -138,53 +147,43 @@ void SeedBoxes() {
 
 void FillBox(int box) {
     DrawOrder();  // only moves the random sequence on
-    const std::array<int, 9> order = DrawOrder();
+    const CandidateList order = DrawOrder();
     for (int position = 1; position <= 9; ++position)
-        PlaceDigit(BoxCellIndex(box, position), order[static_cast<std::size_t>(position - 1)]);
+        PlaceDigit(BoxCellIndex(box, position), order.digits[static_cast<std::size_t>(position - 1)]);
 }
 
 bool EngineRun::MakePuzzle() {
+    // Few givens seldom leave one solution only; another solution may do better. The hardest level takes 56
+    // tries on average, and took 518 at most in 3,000 grids.
     constexpr int triesPerSolution = 25;
-    // Five thousand tries; the hardest level that has an end takes 56 on average, 518 at most in 3,000 grids.
-    constexpr int solutionsPerQuestion = 200;
-    for (int solutions = 1; !cancelRequested_; ++solutions) {
-        RangeClass solution;
-        working_.Copy(solution);
+    const int level = ReadLevel();
+    const int limit = AttemptLimit();
+    while (!cancelRequested_) {
+        const Digits solution = SolutionIn(working_);
         for (int tries = 0; tries < triesPerSolution; ++tries) {
-            ChooseGivens();
-            if (!SolveFromRanges()) return false;
-            const bool accepted = !cancelRequested_ && SameTexts(working_, solution);
-            // The next choice reads the solution where the check has just solved.
-            solution.Copy(working_);
-            if (accepted) KeepGivensOnly();
-            if (accepted || cancelRequested_) return true;
+            const Digits givens = DrawGivens(solution, level);
+            const Ending ending = SolveDigits(givens, limit);
+            if (ending == Ending::Declined) return false;
+            if (ending == Ending::Cancelled || (ending == Ending::Ended && TableHolds(solution))) {
+                WriteGivens(givens);
+                return true;
+            }
         }
-        // Few givens seldom leave one solution only; another solution may do better.
-        if (solutions % solutionsPerQuestion == 0 && !UserWantsToGoOn()) return false;
         if (!BuildSolution()) return false;
     }
     return true;
 }
 
-// Takes back what the check's solution wrote beside the givens.
-void EngineRun::KeepGivensOnly() {
-    for (int row = 1; row <= 9; ++row)
-        for (int col = 1; col <= 9; ++col)
-            if (clsXlCellClass& cell = puzzle_.Cells(row, col); !cell.Locked) cell.Value.clear();
+void EngineRun::ChooseGivens() {
+    WriteGivens(DrawGivens(SolutionIn(working_), ReadLevel()));
 }
 
-void EngineRun::ChooseGivens() {
-    std::optional<GivenPairs> pairs;
-    while (!pairs) pairs = DrawPairs(ReadLevel());
-
+void EngineRun::WriteGivens(const Digits& givens) {
     for (int cell = 1; cell <= 81; ++cell) {
-        const int row = RowOf(cell);
-        const int col = ColOf(cell);
-        const std::string& text = working_.Cells(row, col).Value;
-        const bool given = pairs->Has(BoxOf(cell), Conversions::ToInteger(text));
-        clsXlCellClass& target = puzzle_.Cells(row, col);
-        target.Font.Bold = target.Locked = given;
-        target.Value = given ? text : std::string();
+        clsXlCellClass& target = puzzle_.Cells(RowOf(cell), ColOf(cell));
+        target.Font.Bold = target.Locked = givens[cell] != 0;
+        target.Value.clear();
+        if (givens[cell] != 0) WriteInteger(target.Value, givens[cell]);
     }
 }
 

@@ -1,7 +1,10 @@
 #include <cassert>
 #include <chrono>
+#include <optional>
 #include <string>
 
+#include "engine/Board.h"
+#include "engine/CellText.h"
 #include "engine/EngineRun.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
@@ -28,17 +31,12 @@ bool ReportDuplicate(int cell) {
     return false;
 }
 
-void ExcludeGivens() {
-    for (int cell = 1; cell <= 81; ++cell)
-        if (const int digit = Global::TableEntry(cell, 0); digit != 0) Global::PlaceAndExclude(cell, digit);
-}
-
 // The first allowed candidate in a random order, 0 if there is none.
-int DrawGuess(int cell) {
-    const Global::CandidateList shuffled = Global::ShuffleCandidates(cell);
+int DrawGuess(const Global::Board& board, int cell) {
+    const Global::CandidateList shuffled = Global::ShuffleCandidates(board, cell);
     for (int n = 0; n < shuffled.count; ++n) {
         const int digit = shuffled.digits[static_cast<std::size_t>(n)];
-        if (Global::GuessAllowed(cell, digit)) return digit;
+        if (board.GuessAllowed(cell, digit)) return digit;
     }
     return 0;
 }
@@ -57,37 +55,63 @@ EngineRun::~EngineRun() {
     runActive = false;
 }
 
+EngineRun::Ending EngineRun::SolveDigits(const Digits& givens, int limit) {
+    return Search(limit, [&givens] {
+        for (int cell = 1; cell <= 81; ++cell)
+            if (givens[cell] != 0) PlaceDigit(cell, givens[cell]);
+    });
+}
+
 bool EngineRun::SolveFromRanges() {
     LoadRangesFromPuzzle();
+    const Ending ending = Search(AttemptLimit(), [this] { LoadGivens(); });
+    if (ending == Ending::Ended) {
+        WriteDigits();
+        CopyWorkingToPuzzle();
+    }
+    return ending != Ending::Declined;
+}
+
+EngineRun::Ending EngineRun::Search(int limit, const std::function<void()>& loadGivens) {
     cancelRequested_ = false;
-    const int limit = AttemptLimit();
-    int counter = 0;
-    while (true) {
-        ShowProgress(counter, limit);
-        if (cancelRequested_) return true;
-        if (++counter > limit) {
-            if (!UserWantsToGoOn()) return false;
+    std::optional<Board> start;  // what every attempt starts from
+    for (int counter = 1;; ++counter) {
+        ShowProgress(counter - 1, limit);
+        if (cancelRequested_) return Ending::Cancelled;
+        if (counter > limit) {
+            if (!UserWantsToGoOn()) return Ending::Declined;
             counter = 1;
         }
-        ResetTable();
         Reseed();
-        LoadGivens();
-        if (!TestGivens()) return true;
-        if (SolveAttempt()) {
-            WriteDigits();
-            CopyWorkingToPuzzle();
-            return true;
+        if (!start) {
+            ResetTable();
+            loadGivens();
+            if (!TestGivens()) return Ending::Clash;
+            start = FirstBoard();
+        }
+        Board board = *start;
+        if (Attempt(board)) {
+            StoreBoard(board);
+            return Ending::Ended;
         }
     }
 }
 
+// No singles need a guess: they are the same in every attempt.
+Board EngineRun::FirstBoard() {
+    Board board = TableAsBoard();
+    board.ExcludeHolders();
+    Board settled = board;
+    return settled.FillSingles() ? settled : board;
+}
+
 void EngineRun::LoadRangesFromPuzzle() {
-    ClearRange(working_);
     for (int row = 1; row <= 9; ++row)
         for (int col = 1; col <= 9; ++col) {
             clsXlCellClass& from = puzzle_.Cells(row, col);
             clsXlCellClass& to = working_.Cells(row, col);
             from.Font.Bold = to.Font.Bold = !from.Value.empty();
+            to.Locked = false;
             to.Value = from.Value;
         }
 }
@@ -117,6 +141,7 @@ int EngineRun::AttemptLimit() {
 }
 
 bool TestGivens() {
+    if (!TableAsBoard().HasClash()) return true;
     for (int cell = 1; cell <= 81; ++cell) {
         const int digit = TableEntry(cell, 0);
         if (digit > 0 && IsDuplicate(cell, digit)) return ReportDuplicate(cell);
@@ -135,40 +160,40 @@ bool TestGivens() {
 }
 
 bool EngineRun::SolveAttempt() {
-    ExcludeGivens();
+    Board board = TableAsBoard();
+    board.ExcludeHolders();
+    const bool ended = Attempt(board);
+    StoreBoard(board);
+    return ended;
+}
+
+bool EngineRun::Attempt(Board& board) const {
     const platform::Host& host = platform::TheHost();
     const auto deadline = host.clock->Now() + std::chrono::minutes(1);
-    while (HasEmptyCell()) {
+    while (true) {
         host.events->Yield();
+        if (!board.FillSingles()) return false;
+        if (board.Full()) return true;
         if (host.clock->Now() > deadline || cancelRequested_) return true;
-        int digit = 0;
-        int cell = FindSingle(digit);
-        if (cell == 0) {
-            cell = ChooseGuessCell();
-            if (cell == 0) return false;
-            digit = DrawGuess(cell);
-            if (digit == 0) {
-                // Another tied cell may still move; if none can, waiting for the deadline changes nothing.
-                if (!AnyGuessAllowed()) return true;
-                continue;
-            }
-        }
-        PlaceAndExclude(cell, digit);
+        const int cell = ChooseGuessCell(board);
+        if (const int digit = DrawGuess(board, cell); digit != 0)
+            board.FillAndExclude(cell, digit);
+        else if (!board.AnyGuessAllowed())
+            return false;  // another draw among the tied cells would change nothing
     }
-    return true;
 }
 
 void EngineRun::LoadGivens() {
     for (int cell = 1; cell <= 81; ++cell) {
         const clsXlCellClass& from = working_.Cells(RowOf(cell), ColOf(cell));
-        if (IsGiven(from)) PlaceDigit(cell, Conversions::ToInteger(from.Value));
+        if (IsGiven(from)) PlaceDigit(cell, IntegerOf(from.Value));
     }
 }
 
 void EngineRun::WriteDigits() {
     for (int cell = 1; cell <= 81; ++cell)
         if (const int digit = TableEntry(cell, 0); digit != 0)
-            working_.Cells(RowOf(cell), ColOf(cell)).Value = std::to_string(digit);
+            WriteInteger(working_.Cells(RowOf(cell), ColOf(cell)).Value, digit);
 }
 
 void EngineRun::CopyWorkingToPuzzle() {

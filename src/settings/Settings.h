@@ -69,7 +69,7 @@ inline constexpr Flag LinesWidth{"Options", "LinesWidth", false};
 inline constexpr Number NoSplash{"Options", "NoSplash", 0, 0, 1};
 inline constexpr Flag ConfigOnNew{"Options", "ConfigOnNew", true};
 inline constexpr Flag LevelAsk{"Options", "LevelAsk", false};  // true: never ask
-inline constexpr Number LevelValue{"Options", "LevelValue", 5, 2, 9};
+inline constexpr Number LevelValue{"Options", "LevelValue", 5, 4, 9};
 inline constexpr Number ResolLoop{"Options", "ResolLoop", 0, 0, 8};  // a place in the dialog's list
 inline constexpr Flag NoAutoMasks{"Options", "NoAutoMasks", false};
 inline constexpr Flag GridHelpNone{"Options", "GridHelpNone", false};

@@ -31,14 +31,14 @@ struct GeneratorTest : RunTest {
 // that writes beside a pool, a choice accepted unseen, a rejected one that spoils the next ones (hardly any
 // is accepted then).
 TEST_F(GeneratorTest, GridsAreSoundAndGivensFollowTheLevelAnUnknownOneBeingMedium) {
-    const std::pair<int, int> levels[] = {{4, 4}, {7, 7}, {2, 2}, {9, 9}, {1, 5}, {10, 5}, {32767, 5}};
+    const std::pair<int, int> levels[] = {{4, 4}, {7, 7}, {3, 5}, {9, 9}, {-1, 5}, {10, 5}, {32767, 5}};
     for (const auto& [setting, level] : levels) {
         Option("LevelValue=" + std::to_string(setting));
         window.bar.clear();
         std::set<int> counts;
         for (int n = 0; n < 50; ++n) {
-            ASSERT_TRUE(level < 4 || run.CreateGrid());
-            if (level > 3) counts.insert(CountGivens(level));
+            ASSERT_TRUE(run.CreateGrid());
+            counts.insert(CountGivens(level));
             run.ChooseGivens();
             counts.insert(CountGivens(level));
         }
@@ -52,13 +52,11 @@ TEST_F(GeneratorTest, GridsAreSoundAndGivensFollowTheLevelAnUnknownOneBeingMediu
     }
 }
 
-// Faults: a generation that no question and no hidden window ends when every attempt is the same dead end, is
-// stopped by its clock, or when no choice of givens will ever do; a solution with holes, a cancel taken for a
-// failure or kept for the next time.
+// Faults: a generation that no question and no hidden window ends when every attempt is the same dead end or
+// is stopped by its clock; a solution with holes, a cancel taken for a failure or kept for the next time.
 TEST_F(GeneratorTest, WhatCanNeverSucceedEndsWithTheQuestionOrTheWindow) {
     host.onShow = [this] { window.visibleFor = 0; };
-    for (const int fault : {0, 1, 2, 3, 4, 5}) {
-        Option(fault / 2 == 2 ? "LevelValue=2" : "LevelValue=5");
+    for (const int fault : {0, 1, 2, 3}) {
         host.stepPerReading = fault / 2 == 1 ? 2min : -2min;
         if (fault == 0) host.onYield = [this] { host.seed = 10; };
         if (fault == 2) host.onYield = nullptr;
