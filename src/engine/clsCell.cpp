@@ -1,15 +1,9 @@
 #include "engine/clsCell.h"
 
-#include <cstddef>
-
 namespace {
 
-bool IsDigitIndex(int k) {
-    return k >= 1 && k <= 9;
-}
-
-std::size_t DigitSlot(int k) {
-    return static_cast<std::size_t>(k - 1);
+std::uint16_t WithBit(std::uint16_t bits, int k, bool flag) {
+    return static_cast<std::uint16_t>(flag ? bits | 1U << k : bits & ~(1U << k));
 }
 
 }  // namespace
@@ -20,23 +14,14 @@ void clsCell::Value(std::uint8_t value) {
     if (change_) change_(value);
 }
 
-bool clsCell::Avail(int k) const {
-    return IsDigitIndex(k) && avail_[DigitSlot(k)];
-}
-
 void clsCell::Avail(int k, bool flag) {
-    if (IsDigitIndex(k)) avail_[DigitSlot(k)] = flag;
-}
-
-bool clsCell::Inhib(int k) const {
-    return IsDigitIndex(k) && inhib_[DigitSlot(k)];
+    if (IsDigitIndex(k)) avail_ = WithBit(avail_, k, flag);
 }
 
 void clsCell::Inhib(int k, bool flag) {
-    if (!IsDigitIndex(k)) return;
-    bool& stored = inhib_[DigitSlot(k)];
-    if (stored != flag) modified_ = true;
-    stored = flag;
+    if (!IsDigitIndex(k) || Inhib(k) == flag) return;
+    inhib_ = WithBit(inhib_, k, flag);
+    modified_ = true;
 }
 
 void clsCell::Locked(bool flag) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 
@@ -15,11 +14,13 @@ class clsCell {
     void Value(std::uint8_t value);
 
     // Digit k is still possible; computed by clsGrid::ManageAvails, never marks the cell modified.
-    bool Avail(int k) const;
+    bool Avail(int k) const { return IsDigitIndex(k) && (avail_ >> k & 1) != 0; }
     void Avail(int k, bool flag);
+    // All nine at once, bit k for digit k.
+    void Avails(unsigned digits) { avail_ = static_cast<std::uint16_t>(digits); }
 
     // Digit k was excluded by the user.
-    bool Inhib(int k) const;
+    bool Inhib(int k) const { return IsDigitIndex(k) && (inhib_ >> k & 1) != 0; }
     void Inhib(int k, bool flag);
 
     bool Modified() const { return modified_; }
@@ -42,9 +43,11 @@ class clsCell {
     void OnChange(ChangeHandler handler) { change_ = std::move(handler); }
 
   private:
+    static constexpr bool IsDigitIndex(int k) { return k >= 1 && k <= 9; }
+
     ChangeHandler change_;
-    std::array<bool, 9> avail_{true, true, true, true, true, true, true, true, true};
-    std::array<bool, 9> inhib_{};
+    std::uint16_t avail_ = 0x3FE;
+    std::uint16_t inhib_ = 0;
     std::uint8_t value_ = 0;
     std::uint8_t gridIndex_ = 0;
     std::uint8_t subGrid_ = 0;

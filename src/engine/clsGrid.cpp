@@ -4,7 +4,9 @@
 #include <string>
 
 #include "diagnostics/ErrorHandling.h"
+#include "engine/CellText.h"
 #include "engine/EngineRun.h"
+#include "engine/Geometry.h"
 #include "engine/Global.h"
 #include "engine/RangeClass.h"
 #include "settings/Conversions.h"
@@ -12,12 +14,21 @@
 namespace {
 
 std::uint8_t ValueOfText(const std::string& text) {
-    return text.empty() ? std::uint8_t{0} : Conversions::ToByte(text);
+    if (text.empty()) return 0;
+    return text.size() == 1 ? static_cast<std::uint8_t>(Global::IntegerOf(text)) : Conversions::ToByte(text);
 }
 
-bool ShareUnit(const clsCell& one, const clsCell& other) {
-    return one.Row() == other.Row() || one.Col() == other.Col() || one.SubGrid() == other.SubGrid();
+// One bit for each of the 27 units; those of the cell.
+constexpr Global::EngineArray<std::uint32_t, 82> MakeUnitBits() {
+    Global::EngineArray<std::uint32_t, 82> bits;
+    for (int cell = 1; cell <= 81; ++cell) {
+        const auto [row, col, box] = Global::unitsOf[cell];
+        bits[cell] = 1U << (row - 1) | 1U << (col + 8) | 1U << (box + 17);
+    }
+    return bits;
 }
+
+constexpr Global::EngineArray<std::uint32_t, 82> unitBits = MakeUnitBits();
 
 }  // namespace
 
@@ -58,12 +69,11 @@ bool clsGrid::Complete() const {
 }
 
 bool clsGrid::Verified() const {
-    for (auto one = cells_.begin(); one != cells_.end(); ++one) {
-        if (one->Value() == 0) return false;
-        const bool repeated = std::any_of(one + 1, cells_.end(), [one](const clsCell& other) {
-            return other.Value() == one->Value() && ShareUnit(*one, other);
-        });
-        if (repeated) return false;
+    Global::EngineArray<std::uint32_t, 256> unitsWith;  // by value
+    for (int index = 1; index <= 81; ++index) {
+        const std::uint8_t value = Cells(index)->Value();
+        if (value == 0 || (unitsWith[value] & unitBits[index]) != 0) return false;
+        unitsWith[value] |= unitBits[index];
     }
     return true;
 }
@@ -102,13 +112,13 @@ bool clsGrid::CreateGrid(platform::ProgressWindow* progress) {
 }
 
 void clsGrid::ManageAvails() {
-    for (clsCell& cell : cells_)
-        for (int k = 1; k <= 9; ++k) cell.Avail(k, true);
-    if (noAutoMask_) return;
-    for (const clsCell& filled : cells_) {
-        if (filled.Value() == 0) continue;
-        for (clsCell& cell : cells_)
-            if (ShareUnit(filled, cell)) cell.Avail(filled.Value(), false);
+    Global::EngineArray<std::uint32_t, 256> unitsWith;  // by value
+    for (int index = 1; index <= 81 && !noAutoMask_; ++index)
+        unitsWith[Cells(index)->Value()] |= unitBits[index];
+    for (int index = 1; index <= 81; ++index) {
+        unsigned available = 0;
+        for (int k = 1; k <= 9; ++k) available |= (unitsWith[k] & unitBits[index]) == 0 ? 1U << k : 0U;
+        Cells(index)->Avails(available);
     }
 }
 
