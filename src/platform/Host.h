@@ -48,7 +48,7 @@ class Pointer {
 class EventPump {
   public:
     virtual ~EventPump() = default;
-    // Lets waiting window events run. Cheap enough for a call per placement of a digit: an
+    // Lets waiting window events run. Cheap enough for a call per microsecond: an
     // implementation may skip a call when it served the events a few milliseconds ago.
     virtual void Yield() = 0;
 };
@@ -104,8 +104,8 @@ class HelpViewer {
 class Application {
   public:
     virtual ~Application() = default;
-    virtual std::string ProgramFolder() const = 0;    // without a separator at its end
-    virtual std::string ProgramFileName() const = 0;  // without folder and extension
+    virtual const std::string& ProgramFolder() const = 0;    // without a separator at its end
+    virtual const std::string& ProgramFileName() const = 0;  // without folder and extension
     virtual std::string Title() const = 0;
     virtual int MajorVersion() const = 0;
     virtual int MinorVersion() const = 0;

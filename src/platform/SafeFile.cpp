@@ -18,8 +18,6 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/Descriptor.h"
-
 namespace platform {
 
 namespace {
@@ -41,10 +39,13 @@ bool Look(const std::string& path, struct stat& status) {
     return false;
 }
 
+std::int64_t Nanoseconds(const timespec& time) {
+    return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
 FileStamp StampOf(const struct stat& status) {
-    const auto seconds = static_cast<std::int64_t>(status.st_mtim.tv_sec);
     return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
-            seconds * 1'000'000'000 + status.st_mtim.tv_nsec};
+            Nanoseconds(status.st_mtim)};
 }
 
 FileStamp StampOf(int descriptor) {
@@ -201,6 +202,22 @@ std::optional<FileStamp> FileStamp::Of(const std::string& path) {
     struct stat status {};
     if (!Look(path, status) || !S_ISREG(status.st_mode)) return std::nullopt;
     return StampOf(status);
+}
+
+// Opened as a place only: the content stays closed, and no pipe can make the call wait.
+FileWatch::FileWatch(const std::string& path)
+    : file_(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)), seen_(Look()) {}
+
+std::optional<FileWatch::Times> FileWatch::Look() const {
+    struct stat status {};
+    if (!file_ || fstat(file_.Number(), &status) != 0) return std::nullopt;
+    // Replaced or removed, it has no name any more.
+    if (!S_ISREG(status.st_mode) || status.st_nlink == 0) return std::nullopt;
+    return Times{Nanoseconds(status.st_mtim), Nanoseconds(status.st_ctim)};
+}
+
+bool FileWatch::Unchanged() const {
+    return seen_ && Look() == seen_;
 }
 
 bool FileStamp::IsSettled(std::int64_t now) const {

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Descriptor.h"
+
 namespace platform {
 
 enum class FileState { Read, Missing, NotAFile, TooLarge, Unreadable };
@@ -26,6 +28,29 @@ struct FileStamp {
     bool operator==(const FileStamp&) const = default;
     // False while a further change could still bear the same time. `now`: nanoseconds since 1970.
     bool IsSettled(std::int64_t now) const;
+};
+
+// Sees at a third of the price of a stamp that a file is still what its path leads to: without a walk along
+// the path. What it does not see is a folder above the file that is renamed.
+class FileWatch {
+  public:
+    FileWatch() = default;  // of nothing
+    explicit FileWatch(const std::string& path);
+    // The file has not been written, renamed, replaced or removed, and its rights are the same. False in doubt
+    // too, and always for a link or a missing file.
+    bool Unchanged() const;
+
+  private:
+    // Of the content, and of everything that is known of the file; nanoseconds since 1970.
+    struct Times {
+        std::int64_t written = 0;
+        std::int64_t changed = 0;
+        bool operator==(const Times&) const = default;
+    };
+    std::optional<Times> Look() const;
+
+    Descriptor file_;
+    std::optional<Times> seen_;
 };
 
 // "." for a name alone.

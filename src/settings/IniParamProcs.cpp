@@ -11,26 +11,40 @@ namespace {
 
 constexpr std::size_t longestValue = 1023;  // bytes
 
-std::optional<SettingsFile>& TheSettings() {
+constexpr std::string_view extension = ".ini";
+
+std::optional<SettingsFile>& KnownSettings() {
     static std::optional<SettingsFile> settings;
     return settings;
 }
 
-SettingsFile& SettingsAt(const std::string& file) {
-    auto& settings = TheSettings();
-    if (!settings || settings->Path() != file) settings.emplace(file);
+// Without a path that is built only to be compared.
+bool IsIniFilePath(std::string_view path) {
+    const platform::Application& application = *platform::TheHost().application;
+    for (const std::string_view piece :
+         {std::string_view(application.ProgramFolder()), std::string_view("/"),
+          std::string_view(application.ProgramFileName())}) {
+        if (!path.starts_with(piece)) return false;
+        path.remove_prefix(piece.size());
+    }
+    return path == extension;
+}
+
+SettingsFile& TheSettings() {
+    auto& settings = KnownSettings();
+    if (!settings || !IsIniFilePath(settings->Path())) settings.emplace(IniFilePath());
     return *settings;
 }
 
 std::shared_ptr<const ProfileContent> ContentOf(const std::string& file) {
-    if (file == IniFilePath()) return SettingsAt(file).Now();
+    if (IsIniFilePath(file)) return TheSettings().Now();
     return std::make_shared<const ProfileContent>(file, platform::ProfileFile::usualLimit);
 }
 
 // Reads, changes and writes a file while no other running copy does. A file that cannot be read is left
 // alone: writing would replace it by the one new key.
 void ChangeFile(const std::string& file, const std::vector<ProfileChange>& changes) {
-    if (file == IniFilePath()) return SettingsAt(file).Change(changes);
+    if (IsIniFilePath(file)) return TheSettings().Change(changes);
     const platform::FolderLock lock(file);
     platform::ProfileFile profile;
     const platform::FileState state = profile.Read(file);
@@ -85,11 +99,11 @@ void DeleteProfileSection(std::string_view section, const std::string& file) {
 
 std::string IniFilePath() {
     const platform::Application& application = *platform::TheHost().application;
-    return application.ProgramFolder() + "/" + application.ProgramFileName() + ".ini";
+    return application.ProgramFolder() + "/" + application.ProgramFileName() + std::string(extension);
 }
 
 std::string ReadIniParam(std::string_view section, std::string_view key, std::string_view byDefault) {
-    return ReadProfileString(section, key, byDefault, IniFilePath());
+    return IniSnapshot().Read(section, key, byDefault);
 }
 
 void WriteIniParam(std::string_view section, std::string_view key, std::string_view value) {
@@ -105,12 +119,14 @@ void DeleteIniSection(std::string_view section) {
 }
 
 void TellFailures() {
-    SettingsAt(IniFilePath()).TellFailures();
+    TheSettings().TellFailures();
 }
 
 void ForgetSettings() {
-    TheSettings().reset();
+    KnownSettings().reset();
 }
+
+IniSnapshot::IniSnapshot() : content_(TheSettings().Now()) {}
 
 IniSnapshot::IniSnapshot(const std::string& file) : content_(ContentOf(file)) {}
 

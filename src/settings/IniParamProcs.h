@@ -41,7 +41,7 @@ void ForgetSettings();
 // The settings, or another profile file, as they are now, for a reader of many keys: it is parsed once.
 class IniSnapshot {
   public:
-    IniSnapshot() : IniSnapshot(IniFilePath()) {}
+    IniSnapshot();
     explicit IniSnapshot(const std::string& file);
     std::string Read(std::string_view section, std::string_view key, std::string_view byDefault) const;
     // False if there may be values in the file that could not be read.

@@ -57,9 +57,11 @@ bool ProfileContent::WasRead() const {
 }
 
 std::shared_ptr<const ProfileContent> SettingsFile::Now() {
+    if (current_ && watch_.Unchanged()) return content_;
     const std::int64_t now = SystemTime();
     const auto stamp = FileStamp::Of(path_);
     if (current_ && stamp_ == stamp) return content_;
+    watch_ = platform::FileWatch(path_);
     content_ = std::make_shared<const ProfileContent>(path_, limit, pending_);
     if (!content_->WasRead()) {
         failure_ = content_->State() == FileState::TooLarge ? Failure::TooLarge : Failure::Unreadable;
@@ -67,8 +69,10 @@ std::shared_ptr<const ProfileContent> SettingsFile::Now() {
         failure_ = Failure::None;
     }
     stamp_ = stamp;
+    // What could not be read may become readable without another stamp.
+    const bool known = content_->WasRead() || content_->State() == FileState::TooLarge;
     const bool settled =
-        stamp ? content_->WasRead() && stamp->IsSettled(now) : content_->State() == FileState::Missing;
+        stamp ? known && stamp->IsSettled(now) : content_->State() == FileState::Missing;
     current_ = settled && stamp == FileStamp::Of(path_);
     return content_;
 }

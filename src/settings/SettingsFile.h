@@ -45,7 +45,7 @@ class ProfileContent {
     std::optional<platform::ProfileIndex> index_;
 };
 
-// The settings file of this run. A read costs a `stat` while the file has not changed. What cannot be written
+// The settings file of this run. A read costs one look at the file while that has not changed. What cannot be written
 // lives on for the run: it is read as if it stood in the file, and goes there with the next write that
 // succeeds.
 class SettingsFile {
@@ -85,7 +85,8 @@ class SettingsFile {
     std::string path_;
     std::vector<ProfileChange> pending_;  // what the file does not hold yet
     std::shared_ptr<const ProfileContent> content_;
-    std::optional<platform::FileStamp> stamp_;  // of the file in content_; nothing for a missing one
+    platform::FileWatch watch_;                 // of the file in content_
+    std::optional<platform::FileStamp> stamp_;  // of that file; nothing for a missing one
     bool current_ = false;                      // content_ is the file's as long as that has this stamp
     Failure failure_ = Failure::None;
     bool telling_ = false;

@@ -133,6 +133,18 @@ TEST(SettingsFile, IsReadAgainWhenItHasChangedAndOnlyThen) {
     std::filesystem::last_write_time(file + "~", std::filesystem::last_write_time(file));
     std::filesystem::rename(file + "~", file);
     EXPECT_EQ(settings.Now()->Value("s", "k"), "777");
+    settle();
+    std::filesystem::rename(file, file + "~");
+    EXPECT_EQ(settings.Now()->State(), platform::FileState::Missing);
+    // A link that is turned from one file to another; neither of them changes.
+    ScriptedHost::WriteFile(file + "2", "[s]\nk=2");
+    std::filesystem::create_symlink(file + "~", file);
+    settle();
+    std::filesystem::create_symlink(file + "2", file + "3");
+    std::filesystem::rename(file + "3", file);
+    EXPECT_EQ(settings.Now()->Value("s", "k"), "2");
+    ScriptedHost::WriteFile(file, std::string(SettingsFile::limit + 1, '\n'));
+    settle();
     const platform::FileStamp young{1, 1, 1, 5};
     EXPECT_TRUE(!young.IsSettled(5'000'005) && young.IsSettled(100'000'005));
     const platform::FileStamp wholeSeconds{1, 1, 1, 1'000'000'000};

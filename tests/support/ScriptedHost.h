@@ -77,8 +77,8 @@ class ScriptedHost : public platform::MessageBoxes,
                                         int helpContext) override;
     void ShowContents(const std::string& helpFile) override { helpCalls.push_back("contents " + helpFile); }
     void ShowTopic(const std::string& helpFile, int helpContext) override;
-    std::string ProgramFolder() const override { return folder.string(); }
-    std::string ProgramFileName() const override { return "Ninarix"; }
+    const std::string& ProgramFolder() const override { return folder.native(); }
+    const std::string& ProgramFileName() const override { return name_; }
     std::string Title() const override { return "Ninarix"; }
     int MajorVersion() const override { return 12; }
     int MinorVersion() const override { return 34; }
@@ -88,7 +88,7 @@ class ScriptedHost : public platform::MessageBoxes,
     void HelpFile(const std::string& path) override { helpFile_ = path; }
 
   private:
-    std::string helpFile_;
+    std::string helpFile_, name_ = "Ninarix";
     mutable std::chrono::nanoseconds elapsed_{0};
     platform::HostScope scope_;
 };
