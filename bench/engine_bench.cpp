@@ -1,5 +1,5 @@
-// What the engine costs, by the way that the program takes: the toolkit's event pump, clock and seeds, settings
-// read from a file.
+// What the engine costs, by the way that the program takes: the toolkit's event pump, clock and seeds,
+// settings read from a file.
 
 #include <QApplication>
 #include <benchmark/benchmark.h>
@@ -168,8 +168,7 @@ void ReadIniParam(benchmark::State& state, std::size_t size) {
     settings.close();
     // What was written a moment ago is read once more: a second change in one tick has the same time.
     for (int n = 0; n < 100; ++n) IniParamProcs::ReadIniParam("Options", "LevelValue", "5");
-    for (auto _ : state)
-        benchmark::DoNotOptimize(IniParamProcs::ReadIniParam("Options", "LevelValue", "5"));
+    for (auto _ : state) benchmark::DoNotOptimize(IniParamProcs::ReadIniParam("Options", "LevelValue", "5"));
 }
 BENCHMARK_CAPTURE(ReadIniParam, Small, 500)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(ReadIniParam, Huge, 50'000'000)->Unit(benchmark::kMicrosecond);

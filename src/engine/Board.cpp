@@ -22,8 +22,7 @@ Board::Board() : open_(CellsWhere([](int) { return true; })) {
 unsigned Board::Candidates(int cell) const {
     const CellSet alone = CellSet::Of(cell) & open_;
     unsigned candidates = 0;
-    for (int digit = 1; digit <= 9; ++digit)
-        candidates |= (cells_[digit] & alone).Empty() ? 0U : 1U << digit;
+    for (int digit = 1; digit <= 9; ++digit) candidates |= (cells_[digit] & alone).Empty() ? 0U : 1U << digit;
     return candidates;
 }
 
@@ -50,8 +49,7 @@ void Board::ExcludeHolders() {
 
 bool Board::HasClash() const {
     bool clash = false;
-    for (int digit = 1; digit <= 9; ++digit)
-        clash |= !(PeersOfAll(Holders(digit)) & Holders(digit)).Empty();
+    for (int digit = 1; digit <= 9; ++digit) clash |= !(PeersOfAll(Holders(digit)) & Holders(digit)).Empty();
     return clash;
 }
 

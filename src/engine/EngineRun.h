@@ -31,12 +31,12 @@ class EngineRun {
     // Attempts from the givens until one ends; its grid is then in the table, full unless it was stopped. The
     // user is asked to go on after each `limit` attempts.
     Ending SolveDigits(const Digits& givens, int limit);
-    // What the settings say.
-    static int AttemptLimit();
-    // The same from the texts of the puzzle range, to the working range and back. False only when the user declined
-    // to go on; true when solved, cancelled, or when the givens clash. Unless solved, the working range holds
-    // the givens only.
+    // The same from the texts of the puzzle range, to the working range and back. False only when the user
+    // declined to go on; true when solved, cancelled, or when the givens clash. Unless solved, the working
+    // range holds the givens only.
     bool SolveFromRanges();
+    // Attempts between two questions, by the settings.
+    static int AttemptLimit();
     // One attempt on the table as loaded, without taking guesses back. True: the grid is full, or the attempt
     // was stopped (time limit, cancel) and is incomplete. False: a dead end, since a contradiction showed or
     // no guess can be made any more.

@@ -39,7 +39,7 @@ constexpr BoxDigits noDigitPlaced = MakeBoxDigits();
 
 SolveTable solveTable = allCandidates;
 BoxDigits boxDigits = noDigitPlaced;
-// The table once more, as the search wants it: to scan the table for it took as long as half an attempt.
+// The table once more, as the search wants it: scanning the table for it would cost as much as an attempt.
 Board tableBoard;
 
 // The routines that change the table change the board alike.

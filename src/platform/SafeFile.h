@@ -36,8 +36,8 @@ class FileWatch {
   public:
     FileWatch() = default;  // of nothing
     explicit FileWatch(const std::string& path);
-    // The file has not been written, renamed, replaced or removed, and its rights are the same. False in doubt
-    // too, and always for a link or a missing file.
+    // The file has not been written, renamed, replaced or removed, and its rights are the same. False in
+    // doubt too, and always for a link or a missing file.
     bool Unchanged() const;
 
   private:

@@ -21,9 +21,8 @@ std::optional<SettingsFile>& KnownSettings() {
 // Without a path that is built only to be compared.
 bool IsIniFilePath(std::string_view path) {
     const platform::Application& application = *platform::TheHost().application;
-    for (const std::string_view piece :
-         {std::string_view(application.ProgramFolder()), std::string_view("/"),
-          std::string_view(application.ProgramFileName())}) {
+    for (const std::string_view piece : {std::string_view(application.ProgramFolder()), std::string_view("/"),
+                                         std::string_view(application.ProgramFileName())}) {
         if (!path.starts_with(piece)) return false;
         path.remove_prefix(piece.size());
     }

@@ -71,8 +71,7 @@ std::shared_ptr<const ProfileContent> SettingsFile::Now() {
     stamp_ = stamp;
     // What could not be read may become readable without another stamp.
     const bool known = content_->WasRead() || content_->State() == FileState::TooLarge;
-    const bool settled =
-        stamp ? known && stamp->IsSettled(now) : content_->State() == FileState::Missing;
+    const bool settled = stamp ? known && stamp->IsSettled(now) : content_->State() == FileState::Missing;
     current_ = settled && stamp == FileStamp::Of(path_);
     return content_;
 }

@@ -45,9 +45,9 @@ class ProfileContent {
     std::optional<platform::ProfileIndex> index_;
 };
 
-// The settings file of this run. A read costs one look at the file while that has not changed. What cannot be written
-// lives on for the run: it is read as if it stood in the file, and goes there with the next write that
-// succeeds.
+// The settings file of this run. A read costs one look at the file while that has not changed. What cannot be
+// written lives on for the run: it is read as if it stood in the file, and goes there with the next write
+// that succeeds.
 class SettingsFile {
   public:
     // Bytes. A larger file is neither read nor written, so that no click waits for it; a full one has 12,000.

@@ -46,8 +46,8 @@ class QtEventPump : public platform::EventPump {
   public:
     QtEventPump() { sinceLast_.start(); }
 
-    // An attempt of the search is over after a few calls, so the counter runs on from attempt to attempt; only
-    // every 64th call looks at the clock.
+    // An attempt of the search is over after a few calls, so the counter runs on from attempt to attempt;
+    // only every 64th call looks at the clock.
     void Yield() override {
         if (++calls_ % 64 != 0 || sinceLast_.elapsed() < 8) return;
         QCoreApplication::processEvents(QEventLoop::AllEvents);
