@@ -39,8 +39,7 @@ class Board {
 
     // Fills naked singles, and digits with one place left in their box, until there is none. False: a
     // contradiction, that is, an open cell without candidate, a digit without a place in a box, two digits
-    // for a cell, or two cells for a digit. The grid can then never become full; what was filled up to there
-    // has no meaning.
+    // for a cell, or two cells for a digit. The grid can then never become full, and the next call fails too.
     bool FillSingles();
 
     CellSet CellsWithOneCandidate() const;

@@ -59,7 +59,6 @@ class EngineRun {
   private:
     // `loadGivens` puts the givens into the reset table.
     Ending Search(int limit, const std::function<void()>& loadGivens);
-    static Board FirstBoard();
     bool Attempt(Board& board) const;
     void LoadRangesFromPuzzle();
     void ShowProgress(int counter, int limit);

@@ -87,7 +87,9 @@ EngineRun::Ending EngineRun::Search(int limit, const std::function<void()>& load
             ResetTable();
             loadGivens();
             if (!TestGivens()) return Ending::Clash;
-            start = FirstBoard();
+            start = TableAsBoard();
+            start->ExcludeHolders();
+            start->FillSingles();  // a contradiction shows again in each attempt
         }
         Board board = *start;
         if (Attempt(board)) {
@@ -95,14 +97,6 @@ EngineRun::Ending EngineRun::Search(int limit, const std::function<void()>& load
             return Ending::Ended;
         }
     }
-}
-
-// No singles need a guess: they are the same in every attempt.
-Board EngineRun::FirstBoard() {
-    Board board = TableAsBoard();
-    board.ExcludeHolders();
-    Board settled = board;
-    return settled.FillSingles() ? settled : board;
 }
 
 void EngineRun::LoadRangesFromPuzzle() {
