@@ -1,100 +1,290 @@
-// What a grid window costs: opening it, painting it, laying it out, choosing a cell, showing changed
-// candidates.
+// What the player waits for: each figure runs from a key, or a new size, to what it shows, through the
+// program's own main window, the event loop and the settings file. What is painted is counted, not supposed.
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
 #include <benchmark/benchmark.h>
-#include <memory>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <stdlib.h>
 
-#include "document/window/MainFrame.h"
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
 #include "platform/qt/QtHost.h"
+#include "settings/dialogs/wLevel.h"
+#include "shell/wMain.h"
 
 namespace {
 
-class BenchFrame : public MainFrame {
-  public:
-    bool InitialisationMode() const override { return true; }
-    bool MasksHidden() const override { return hidden; }
-    bool ManualMasks() const override { return false; }
-    ctrlCell* Cell() const override { return cell_; }
-    void Cell(ctrlCell* cell) override { cell_ = cell; }
-    void cmdValue_Click(int /*index*/) override {}
-    void ToggleCandidate(int /*digit*/) override {}
-    void UpdateColors() override {}
-    void ShowStanding() override {}
-    void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
+constexpr std::string_view puzzle =
+    "6...7..5..7.1..9..3.......7.5.7....6..2...4..8....5.1.9.......2..6..2.3..3..1...4";
 
-    bool hidden = false;
+// The program's own host with a scratch folder for the settings, whose reads are counted, and one that no box
+// stops.
+class BenchHost : public platform::Application, public platform::MessageBoxes {
+  public:
+    explicit BenchHost(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    platform::Host Interfaces() {
+        platform::Host host = host_.Interfaces();
+        real_ = host.application;
+        host.application = this;
+        host.messages = this;
+        host.registry = nullptr;
+        return host;
+    }
+    // Every read asks twice where the settings file is.
+    double SettingsReads() const { return static_cast<double>(asked_) / 2; }
+
+    platform::MessageButton Show(std::string_view text, int /*style*/, int /*helpContext*/) override {
+        throw std::runtime_error("an unexpected box: " + std::string(text));
+    }
+    void Beep() override { throw std::runtime_error("refused"); }
+    std::string ProgramFolder() const override {
+        ++asked_;
+        return folder_.string();
+    }
+    std::string ProgramFileName() const override { return "Ninarix"; }
+    std::string Title() const override { return "Ninarix"; }
+    int MajorVersion() const override { return 3; }
+    int MinorVersion() const override { return 2; }
+    std::string CommandLine() const override { return {}; }
+    std::string StateFolder() const override { return (folder_ / "state").string(); }
+    std::string HelpFile() const override { return real_->HelpFile(); }
+    void HelpFile(const std::string& path) override { real_->HelpFile(path); }
 
   private:
-    ctrlCell* cell_ = nullptr;
+    std::filesystem::path folder_;
+    platform_qt::QtHost host_;
+    platform::Application* real_ = nullptr;
+    mutable long asked_ = 0;
 };
 
-constexpr QSize usualSize(655, 573);
+BenchHost* theHost = nullptr;
 
-void OpenAWindow(benchmark::State& state) {
-    BenchFrame frame;
-    for (auto _ : state) {
-        wGrid grid(frame, std::make_unique<GridDocument>());
-        grid.resize(usualSize);
-        grid.show();
+// Counts the paint events of cells, of grids too that are yet to come.
+class PaintedCells : public QObject {
+  public:
+    PaintedCells() { qApp->installEventFilter(this); }
+    int Count() const { return count_; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && qobject_cast<ctrlCell*>(watched)) ++count_;
+        return false;
+    }
+
+  private:
+    int count_ = 0;
+};
+
+using Clock = std::chrono::steady_clock;
+
+double Seconds(Clock::time_point since) {
+    return std::chrono::duration<double>(Clock::now() - since).count();
+}
+
+// Lets everything come that is still under way: the window manager's answers, what they have painted.
+void Settle(int milliseconds = 20) {
+    QTest::qWait(milliseconds);
+}
+
+template <class Done>
+void RunEvents(const Done& done) {
+    QElapsedTimer time;
+    time.start();
+    while (!done()) {
         QCoreApplication::processEvents();
+        if (time.elapsed() > 10000) throw std::runtime_error("nothing was painted");
     }
 }
-BENCHMARK(OpenAWindow)->Unit(benchmark::kMillisecond);
 
-void PaintAWindow(benchmark::State& state) {
-    BenchFrame frame;
-    wGrid grid(frame, std::make_unique<GridDocument>());
-    grid.resize(usualSize);
-    QImage image(usualSize, QImage::Format_RGB32);
-    for (auto _ : state) grid.render(&image);
+// The program with its main window on the screen and the keyboard in it.
+class Program {
+  public:
+    Program() {
+        window_.MDIForm_Load();
+        if (!QTest::qWaitForWindowExposed(&window_)) throw std::runtime_error("no window");
+        window_.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window_)) throw std::runtime_error("the window is not active");
+        Settle(100);
+    }
+    ~Program() {
+        for (const OpenGrid& grid : window_.Grids()) grid->Discard();
+        window_.close();
+        Settle();
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    wMain& Window() { return window_; }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(window_.windowHandle(), key, modifiers);
+    }
+    wGrid& Active() const { return *window_.ActiveGrid(); }
+    // A grid as it is played: givens, and the candidates of its empty cells.
+    wGrid& OpenPuzzle() {
+        std::ofstream text(theHost->ProgramFolder() + "/puzzle.nx3");
+        text << "[]\r\n";
+        for (std::size_t i = 0; i < puzzle.size(); ++i) {
+            const char digit = puzzle[i] == '.' ? '0' : puzzle[i];
+            text << i + 1 << '=' << digit << '|' << (digit == '0' ? 0 : 1) << "|0\r\n";
+        }
+        text.close();
+        window_.OpenGridFile(QString::fromStdString(theHost->ProgramFolder() + "/puzzle.nx3"));
+        Settle(50);
+        return Active();
+    }
+    void CloseActive() {
+        Active().Discard();
+        window_.mnuFileClose_Click();
+        Settle();
+    }
+
+  private:
+    wMain window_;
+};
+
+// From a key to what it paints in the active grid.
+void MeasureKeys(benchmark::State& state, Program& program, std::array<Qt::Key, 2> keys) {
+    const PaintedCells painted;
+    const int before = painted.Count();
+    const double reads = theHost->SettingsReads();
+    std::size_t next = 0;
+    for (auto _ : state) {
+        const int count = painted.Count();
+        const auto start = Clock::now();
+        program.Key(keys[next++ % keys.size()]);
+        RunEvents([&] { return painted.Count() != count; });
+        state.SetIterationTime(Seconds(start));
+    }
+    const auto average = [](double value) {
+        return benchmark::Counter(value, benchmark::Counter::kAvgIterations);
+    };
+    state.counters["cells"] = average(painted.Count() - before);
+    state.counters["reads"] = average(theHost->SettingsReads() - reads);
 }
-BENCHMARK(PaintAWindow)->Unit(benchmark::kMillisecond);
 
-void ResizeAWindow(benchmark::State& state) {
-    BenchFrame frame;
-    wGrid grid(frame, std::make_unique<GridDocument>());
-    grid.resize(usualSize);
-    grid.show();
+void KeyToPaintedDigit(benchmark::State& state) {
+    Program program;
+    program.OpenPuzzle().ctrlCells(2).DoSelect();  // where a 1 is a candidate
+    Settle();
+    MeasureKeys(state, program, {Qt::Key_1, Qt::Key_Delete});
+}
+
+void ArrowToPaintedSelection(benchmark::State& state) {
+    Program program;
+    program.OpenPuzzle().ctrlCells(40).DoSelect();
+    Settle();
+    MeasureKeys(state, program, {Qt::Key_Right, Qt::Key_Left});
+}
+
+void NewGridWindow(benchmark::State& state) {
+    Program program;
+    program.OpenPuzzle();
+    for (auto _ : state) {
+        const PaintedCells painted;
+        const auto start = Clock::now();
+        program.Key(Qt::Key_N, Qt::ControlModifier);
+        RunEvents([&] { return painted.Count() >= 81; });
+        state.SetIterationTime(Seconds(start));
+        program.CloseActive();
+        program.Window().mnuGridConfig_Click();
+        Settle();
+    }
+}
+
+void MeasureResize(benchmark::State& state, int grids) {
+    Program program;
+    for (int i = 0; i < grids; ++i) program.Window().mnuFileNew_Click();
+    Settle(100);
+    const PaintedCells painted;
+    const QSize usual = program.Window().size();
     int step = 0;
     for (auto _ : state) {
         ++step;
-        grid.resize(usualSize + QSize(step % 40, step % 30));
-        QCoreApplication::processEvents();
+        const int count = painted.Count();
+        const auto start = Clock::now();
+        program.Window().resize(usual + QSize(step % 40, step % 30));
+        RunEvents([&] { return painted.Count() >= count + 81; });
+        state.SetIterationTime(Seconds(start));
+        Settle();
     }
 }
-BENCHMARK(ResizeAWindow)->Unit(benchmark::kMillisecond);
 
-void ChooseACell(benchmark::State& state) {
-    BenchFrame frame;
-    wGrid grid(frame, std::make_unique<GridDocument>());
-    int index = 0;
-    for (auto _ : state) grid.ctrlCells(index++ % 81 + 1).DoSelect();
+void ResizeOneGrid(benchmark::State& state) {
+    MeasureResize(state, 1);
 }
-BENCHMARK(ChooseACell)->Unit(benchmark::kMicrosecond);
+void ResizeThirtyGrids(benchmark::State& state) {
+    MeasureResize(state, 30);
+}
 
-void HideAndShowCandidates(benchmark::State& state) {
-    BenchFrame frame;
-    wGrid grid(frame, std::make_unique<GridDocument>());
-    grid.resize(usualSize);
-    grid.show();
+// From Ok in the level's dialog on.
+void GenerateToPaintedGrid(benchmark::State& state) {
+    Program program;
     for (auto _ : state) {
-        frame.hidden = !frame.hidden;
-        grid.UpdateGrid();
-        QCoreApplication::processEvents();
+        Clock::time_point start;
+        std::optional<PaintedCells> painted;
+        QTimer press;
+        press.callOnTimeout([&] {
+            auto* dialog = qobject_cast<wLevel*>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isActiveWindow()) return;
+            press.stop();
+            Settle();
+            painted.emplace();
+            start = Clock::now();
+            QTest::keyClick(dialog->windowHandle(), Qt::Key_Return);
+        });
+        press.start(5);
+        program.Key(Qt::Key_G, Qt::ControlModifier);
+        RunEvents([&] { return painted && painted->Count() >= 81; });
+        state.SetIterationTime(Seconds(start));
+        program.CloseActive();
     }
 }
-BENCHMARK(HideAndShowCandidates)->Unit(benchmark::kMillisecond);
+
+void Usual(benchmark::internal::Benchmark* row, int iterations) {
+    row->Unit(benchmark::kMillisecond)
+        ->UseManualTime()
+        ->Iterations(iterations)
+        ->Repetitions(20)
+        ->ReportAggregatesOnly();
+}
+void ManyTimes(benchmark::internal::Benchmark* row) {
+    Usual(row, 50);
+}
+void FewTimes(benchmark::internal::Benchmark* row) {
+    Usual(row, 5);
+}
+
+BENCHMARK(NewGridWindow)->Apply(FewTimes);
+BENCHMARK(KeyToPaintedDigit)->Apply(ManyTimes);
+BENCHMARK(ArrowToPaintedSelection)->Apply(ManyTimes);
+BENCHMARK(ResizeOneGrid)->Apply(FewTimes);
+BENCHMARK(ResizeThirtyGrids)->Apply(FewTimes);
+BENCHMARK(GenerateToPaintedGrid)->Apply(FewTimes);
 
 }  // namespace
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    QApplication application(argc, argv);
-    const platform_qt::QtHost host;
-    const platform::HostScope scope(host.Interfaces());
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    std::string folder = (std::filesystem::temp_directory_path() / "ninarix-bench-XXXXXX").string();
+    if (!mkdtemp(folder.data())) return 2;
+    std::ofstream(folder + "/Ninarix.ini") << "[Options]\r\nNoSplash=1\r\nColor_0=16777215\r\n";
+    int result = 0;
+    {
+        QApplication application(argc, argv);
+        BenchHost host(folder);
+        theHost = &host;
+        const platform::HostScope scope(host.Interfaces());
+        benchmark::RunSpecifiedBenchmarks();
+    }
+    std::filesystem::remove_all(folder);
+    return result;
 }
