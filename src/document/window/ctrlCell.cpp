@@ -1,15 +1,14 @@
 #include "document/window/ctrlCell.h"
 
 #include <QAccessible>
-#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
+#include "document/window/DigitGlyphs.h"
 #include "document/window/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
 #include "platform/qt/Announce.h"
@@ -21,16 +20,6 @@
 namespace {
 
 constexpr int flashTime = 90;  // milliseconds
-
-QFont DigitFont(double pixelSize) {
-    QFont font(QStringLiteral("Arial"));
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
-    return font;
-}
-
-void PaintLabel(QPainter& painter, const CellLabel& label) {
-    painter.drawText(label.place, Qt::AlignCenter | Qt::TextDontClip, label.text);
-}
 
 int KeyCodeOf(int key) {
     switch (key) {
@@ -224,7 +213,7 @@ void ctrlCell::ShowValue(std::uint8_t value) {
 void ctrlCell::LayOut(double valueSize, double candidateSize) {
     lblValue_.place = QRectF(rect());
     lblValue_.pixelSize = valueSize;
-    const auto places = CandidatePlaces(lblValue_.place, QFontMetricsF(DigitFont(candidateSize)));
+    const auto places = CandidatePlaces(lblValue_.place, DigitGlyphs::OfSize(candidateSize).Metrics());
     for (std::size_t i = 0; i < places.size(); ++i) {
         lblMask_[i].place = places[i];
         lblMask_[i].pixelSize = candidateSize;
@@ -244,14 +233,13 @@ void ctrlCell::paintEvent(QPaintEvent* /*event*/) {
     painter.fillRect(rect(), backColor_);
     if (current_) PaintFrame(painter);
     if (lblValue_.visible && !lblValue_.text.isEmpty()) {
-        painter.setFont(DigitFont(lblValue_.pixelSize));
         painter.setPen(platform_qt::Legible(lblValue_.color, backColor_));
-        PaintLabel(painter, lblValue_);
+        DigitGlyphs::OfSize(lblValue_.pixelSize).Paint(painter, lblValue_.text, lblValue_.place);
     }
-    painter.setFont(DigitFont(lblMask_.front().pixelSize));
+    const DigitGlyphs& candidates = DigitGlyphs::OfSize(lblMask_.front().pixelSize);
     painter.setPen(platform_qt::Legible(lblMask_.front().color, backColor_));
     for (const CellLabel& label : lblMask_) {
-        if (label.visible) PaintLabel(painter, label);
+        if (label.visible) candidates.Paint(painter, label.text, label.place);
     }
 }
 
