@@ -140,6 +140,7 @@ class wMain : public QMainWindow, public MainFrame {
     void Refuse(int digit) const;
 
     void MDIForm_Resize();
+    void FillArea(const wGrid& grid);
     bool MDIForm_QueryUnload();
     bool AskAboutEveryGrid();
     void RememberFile(const std::string& file);

@@ -4,9 +4,12 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QTabBar>
 #include <QTest>
 #include <QToolButton>
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "Program.h"
 #include "document/window/BusyGuard.h"
@@ -57,6 +60,58 @@ TEST_F(StartUp, TheFirstWindowHasSquareCellsTheNextOnesTheLastPlaceAsFarAsItFits
     ScriptedHost::WriteFile(host.StateFolder() + "/window", "nulle part");
     Start();
     EXPECT_EQ(main->size(), first);
+}
+
+TEST_F(StartUp, ACoveredGridIsLaidOutWhenItIsShown) {
+    Start();
+    for (int i = 0; i < 2; ++i) Run("mnuFileNew");
+    const OpenGrid covered = main->Grids().front();
+    const QSize before = covered->size();
+    main->resize(main->size() + QSize(90, 63));
+    ServeEvents();
+    EXPECT_EQ(covered->size(), before) << "nobody sees it";
+    EXPECT_EQ(Active().size(), Area().viewport()->size());
+    Child<QTabBar>(*main, "tabStrip").setCurrentIndex(0);
+    EXPECT_EQ(covered->size(), Area().viewport()->size());
+    EXPECT_EQ(covered->ctrlCells(81).geometry().bottomRight(), covered->rect().bottomRight());
+}
+
+// Gathers the cells that are painted.
+class PaintedCells : public QObject {
+  public:
+    explicit PaintedCells(const wGrid& grid) : grid_(grid) {
+        for (int i = 1; i <= 81; ++i) grid_.ctrlCells(i).installEventFilter(this);
+    }
+    std::set<int> Take() { return std::exchange(cells_, {}); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        for (int i = 1; event->type() == QEvent::Paint && i <= 81; ++i) {
+            if (watched == &grid_.ctrlCells(i)) cells_.insert(i);
+        }
+        return false;
+    }
+
+  private:
+    const wGrid& grid_;
+    std::set<int> cells_;
+};
+
+TEST_F(StartUp, OnlyCellsThatShowSomethingElseArePaintedAnew) {
+    Start();
+    Run("mnuFileNew");
+    Active().ctrlCells(41).DoSelect();
+    ServeEvents();
+    PaintedCells painted(Active());
+    QTest::keyClick(main->focusWidget(), Qt::Key_Right);
+    ServeEvents();
+    EXPECT_EQ(painted.Take(), (std::set{41, 42}));
+    QTest::keyClick(main->focusWidget(), Qt::Key_5);
+    ServeEvents();
+    // All that may hold no 5 any more.
+    std::set<int> changed{31, 32, 33, 40, 41, 42, 49, 50, 51};
+    for (int i = 0; i < 9; ++i) changed.insert({37 + i, 6 + 9 * i});
+    EXPECT_EQ(painted.Take(), changed);
 }
 
 TEST_F(StartUp, TheEmptyAreaSaysHowToBegin) {

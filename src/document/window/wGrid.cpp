@@ -185,7 +185,18 @@ void wGrid::resizeEvent(QResizeEvent* event) {
     Trap("wGrid", "Form_Resize", [this] { Form_Resize(); });
 }
 
+// A window that nobody sees is laid out when it is shown: a new one gets several sizes before.
 void wGrid::Form_Resize() {
+    laidOut_ = isVisible();
+    if (laidOut_) LayOut();
+}
+
+void wGrid::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!laidOut_) Trap("wGrid", "Form_Resize", [this] { Form_Resize(); });
+}
+
+void wGrid::LayOut() {
     const QColor lines = platform_qt::FromLowRed(ColorTable::FromSettings()[2]);
     const QSizeF cell = QSizeF(size()) / 9;
     const double value = std::min(valueRatio * cell.height(), widestValue * cell.width());

@@ -80,6 +80,7 @@ class wGrid : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     // The Tab key leaves the grid for what comes next to it in the main window.
@@ -88,6 +89,7 @@ class wGrid : public QWidget {
   private:
     void Form_Load();
     void Form_Resize();
+    void LayOut();
     bool Form_QueryUnload();
     bool SaveOnUnload();
     void Unload();
@@ -113,4 +115,5 @@ class wGrid : public QWidget {
     ctrlCell* currentCell_ = nullptr;
     bool discarded_ = false;
     bool closed_ = false;
+    bool laidOut_ = false;  // in the present size
 };
