@@ -41,16 +41,23 @@ bool GridDocument::LoadFile(const std::string& file) {
     const auto states = ReadGridFile(file, stamp);
     if (!states) return false;
     stamp_ = stamp;
+    written_ = false;
     Replace(*states);
     grid_.Modified(false);
     history_.MarkSaved();
     return true;
 }
 
+// The first save of a grid is followed by a second one at once. Where that finds what the first has put on
+// disk nobody waits for the disk again.
 bool GridDocument::SaveFile(const std::string& file) {
-    platform::FileStamp stamp;
-    if (!WriteGridFile(file, States(), stamp)) return false;
-    stamp_ = stamp;
+    const GridStates states = States();
+    if (!(written_ && HoldsStates(file, states, *stamp_))) {
+        platform::FileStamp stamp;
+        if (!WriteGridFile(file, states, stamp)) return false;
+        stamp_ = stamp;
+        written_ = true;
+    }
     grid_.Modified(false);
     history_.MarkSaved();
     Changed();
@@ -130,6 +137,7 @@ void GridDocument::Resume(GridSnapshot snapshot) {
     path_ = std::move(snapshot.path);
     caption_ = std::move(snapshot.caption);
     stamp_ = snapshot.stamp;
+    written_ = false;
     Replace(snapshot.states);
     history_ = std::move(snapshot.history);
     grid_.Modified(true);

@@ -143,6 +143,7 @@ class GridDocument {
     UndoHistory history_;
     std::string path_;
     std::optional<platform::FileStamp> stamp_;  // of what it last read or wrote
+    bool written_ = false;                      // it wrote that itself, so that it is on disk
     std::string caption_;
     std::function<void()> changed_;
 };

@@ -40,6 +40,14 @@ std::string GridFileText(const GridStates& states) {
     return bytes;
 }
 
+bool HoldsStates(const std::string& path, const GridStates& states, const platform::FileStamp& stamp) {
+    std::string bytes;
+    platform::FileStamp found;
+    // A stamp alone does not tell a change within the same tick.
+    return platform::ReadWholeFile(path, bytes, stamp.size, &found) == platform::FileState::Read &&
+           found == stamp && bytes == GridFileText(states);
+}
+
 bool WriteGridFile(const std::string& path, const GridStates& states, platform::FileStamp& stamp) {
     return platform::ReplaceFile(path, GridFileText(states), &stamp);
 }

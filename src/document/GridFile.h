@@ -26,6 +26,9 @@ std::vector<std::string> NumberedKeys(std::size_t count);
 // The bytes of a grid file.
 std::string GridFileText(const GridStates& states);
 
+// The file is what was written when it got this stamp, and holds these cells.
+bool HoldsStates(const std::string& path, const GridStates& states, const platform::FileStamp& stamp);
+
 // Written whole, in one step. False, the old file untouched, when not everything reached the disk. `stamp`
 // becomes that of the new file.
 bool WriteGridFile(const std::string& path, const GridStates& states, platform::FileStamp& stamp);

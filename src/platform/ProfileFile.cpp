@@ -225,8 +225,13 @@ void ProfileFile::RemoveSection(std::string_view section) {
     bytes_.erase(start, end - start);
 }
 
+// Settings are nobody's work: with every command that remembers something the player would wait for the disk
+// twice. The usual file systems put a file's content on disk before a name that replaces another one's.
 bool ProfileFile::Write(const std::string& path) const {
-    return writable_ && (utf16_ ? ReplaceFile(path, Bytes()) : ReplaceFile(path, bytes_));
+    const auto write = [&](std::string_view bytes) {
+        return ReplaceFile(path, bytes, nullptr, Durability::Later);
+    };
+    return writable_ && (utf16_ ? write(Bytes()) : write(bytes_));
 }
 
 ProfileIndex::ProfileIndex(const ProfileFile& profile) {

@@ -281,7 +281,7 @@ FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64
     return FileState::Read;
 }
 
-bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* stamp) {
+bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* stamp, Durability durability) {
     std::error_code failed;
     std::filesystem::path target = path;
     struct stat old {};
@@ -293,8 +293,8 @@ bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* sta
         if (failed) return false;
     } else if (std::filesystem::is_symlink(std::filesystem::symlink_status(target, failed))) {
         // A link to a file that is yet to be made.
-        return ReplaceFile(FolderOfFile(target) / std::filesystem::read_symlink(target, failed), bytes,
-                           stamp);
+        return ReplaceFile(FolderOfFile(target) / std::filesystem::read_symlink(target, failed), bytes, stamp,
+                           durability);
     }
     if (!target.has_filename()) return false;
 
@@ -302,14 +302,17 @@ bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* sta
     TemporaryFile temporary(folder, exists ? 0600 : 0666);
     if (temporary.Number() < 0 || !WriteAll(temporary.Number(), bytes)) return false;
     if (exists) CopyAttributes(target, old, temporary.Number());
-    if (fsync(temporary.Number()) != 0) return false;
+    // A file that is written in place is no whole one for a moment: then the copy must be.
+    const bool inPlace = exists && old.st_nlink > 1;
+    const bool onDisk = durability == Durability::OnDisk;
+    if ((onDisk || inPlace) && fsync(temporary.Number()) != 0) return false;
     const FileStamp written = StampOf(temporary.Number());
     if (!temporary.Close()) return false;
-    if (exists && old.st_nlink > 1) return WriteInPlace(target, bytes, temporary, stamp);
+    if (inPlace) return WriteInPlace(target, bytes, temporary, stamp);
     if (!temporary.Rename(target)) return false;
     temporary.Keep();
     if (stamp) *stamp = written;
-    SyncFolder(folder);
+    if (onDisk) SyncFolder(folder);
     RemoveForgottenFiles(folder);
     return true;
 }

@@ -69,8 +69,12 @@ inline constexpr std::uint64_t LargestFile = 256u << 20;
 FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64_t limit = LargestFile,
                         FileStamp* stamp = nullptr);
 
+// OnDisk: the data is forced to disk before it takes the old file's place, and the name after that. Later:
+// when the system comes to it. What is lost then, should the machine stop within that time, is the change.
+enum class Durability { OnDisk, Later };
+
 // Replaces the file's content in one step: the bytes go to a temporary file in the same folder, every
-// write's size is checked, the data is forced to disk, and only then is it renamed over the old file. On
+// write's size is checked, and only then is it renamed over the old file. On
 // false the old file stands as it was and nothing half-written is left. Only a regular file is ever
 // replaced; a symbolic link is followed; an existing file keeps its permissions, extended attributes and,
 // where that is allowed, its owner; one that may not be written is not replaced.
@@ -81,6 +85,7 @@ FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64
 //
 // The first call for a folder also removes the temporary files that killed copies left there an hour ago.
 // `stamp` becomes that of the new file.
-bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* stamp = nullptr);
+bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* stamp = nullptr,
+                 Durability durability = Durability::OnDisk);
 
 }  // namespace platform

@@ -48,7 +48,7 @@ void Keep(const QWidget& window) {
     if (file.empty()) return;
     std::error_code failed;  // then there is no last place, that is all
     std::filesystem::create_directories(platform::FolderOfFile(file), failed);
-    platform::ReplaceFile(file, window.saveGeometry().toStdString());
+    platform::ReplaceFile(file, window.saveGeometry().toStdString(), nullptr, platform::Durability::Later);
 }
 
 }  // namespace WindowPlace

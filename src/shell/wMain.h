@@ -12,6 +12,7 @@
 
 #include "document/window/MainFrame.h"
 #include "document/window/OpenGrid.h"
+#include "settings/Settings.h"
 #include "settings/dialogs/MostRecentFilesClass.h"
 #include "shell/Commands.h"
 
@@ -143,7 +144,7 @@ class wMain : public QMainWindow, public MainFrame {
     void FillArea(const wGrid& grid);
     bool MDIForm_QueryUnload();
     bool AskAboutEveryGrid();
-    void RememberFile(const std::string& file);
+    void RememberFile(const std::string& file, const Settings::Text* folder = nullptr);
     void SaveRecentFiles();
     void OpenCommandLine();
     void ShowSplash();

@@ -76,10 +76,12 @@ bool wMain::OpenGridFile(const QString& file) {
     });
 }
 
-// The list is written at once: the end may be none.
-void wMain::RememberFile(const std::string& file) {
+// The list is written at once: the end may be none. With it goes the folder, where that is a setting.
+void wMain::RememberFile(const std::string& file, const Settings::Text* folder) {
     recentFiles_.Add(*this, file);
-    SaveRecentFiles();
+    Settings::ProfileChanges changes;
+    if (folder) Settings::Write(changes, *folder, FilesPaths::FolderOf(file));
+    recentFiles_.Save(*this, std::move(changes));
 }
 
 void wMain::mnuFileOpen_Click() {
@@ -87,7 +89,7 @@ void wMain::mnuFileOpen_Click() {
         if (RefusedWhileBusy()) return;
         const std::string file = FilesPaths::AskOpenFile(Settings::Read(Settings::LastOpened));
         if (file.empty()) return;
-        if (OpenGridFile(platform_qt::PathFromBytes(file))) RememberFile(file);
+        if (OpenGridFile(platform_qt::PathFromBytes(file))) return RememberFile(file, &Settings::LastOpened);
         Settings::Write(Settings::LastOpened, FilesPaths::FolderOf(file));
     });
 }
@@ -111,12 +113,10 @@ void wMain::mnuFileSaveAs_Click() {
             FilesPaths::AskSaveFile(Settings::Read(Settings::LastSaved), grid->Document().Caption());
         if (file.empty() || !grid) return;
         const QString path = platform_qt::PathFromBytes(file);
-        if (grid->SaveFile(path)) {
-            grid->Path(path);
-            RememberFile(file);
-            if (grid == ActiveGrid()) grid->Form_Activate();
-        }
-        Settings::Write(Settings::LastSaved, FilesPaths::FolderOf(file));
+        if (!grid->SaveFile(path)) return Settings::Write(Settings::LastSaved, FilesPaths::FolderOf(file));
+        grid->Path(path);
+        RememberFile(file, &Settings::LastSaved);
+        if (grid == ActiveGrid()) grid->Form_Activate();
     });
 }
 

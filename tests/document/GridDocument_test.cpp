@@ -1,5 +1,7 @@
 #include "document/GridDocument.h"
 
+#include <filesystem>
+
 #include "DocumentSupport.h"
 #include "support/ScriptedHost.h"
 
@@ -82,6 +84,21 @@ TEST_F(Document, UndoAndRedoWalkThroughEveryState) {
     EXPECT_FALSE(document.CanRedo()) << "a new change drops what could be redone";
     EXPECT_TRUE(document.Undo() == 40 && document.Undo() == 5);
     EXPECT_EQ(State(5), states[4]);
+}
+
+TEST_F(Document, WhatItHasWrittenIsNotWrittenAgainButForWhatOthersDid) {
+    const std::string file = host.PathOf("a.nx3");
+    document.EnterValue(1, 4, play);
+    ASSERT_TRUE(document.SaveFile(file));
+    const auto first = platform::FileStamp::Of(file);
+    EXPECT_TRUE(document.SaveFile(file) && platform::FileStamp::Of(file) == first);
+    // Within the clock's tick: in the same place, of the same size and time.
+    const std::string whole = ScriptedHost::ReadFile(file);
+    const auto time = std::filesystem::last_write_time(file);
+    ScriptedHost::WriteFile(file, std::string(whole.size(), ' '));
+    std::filesystem::last_write_time(file, time);
+    ASSERT_EQ(platform::FileStamp::Of(file), first);
+    EXPECT_TRUE(document.SaveFile(file) && ScriptedHost::ReadFile(file) == whole);
 }
 
 TEST_F(Document, TheModifiedMarkFollowsTheHistory) {

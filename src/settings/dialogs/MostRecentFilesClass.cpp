@@ -67,6 +67,12 @@ std::string PathOfEntry(const QAction& entry) {
     return entry.data().toByteArray().toStdString();
 }
 
+void AddEntries(Settings::ProfileChanges& changes, const QWidget& window) {
+    for (int i = 1; i <= EntryCount(window); ++i) {
+        Settings::Write(changes, Settings::RecentFiles, i, MostRecentFilesClass::PathOf(window, i));
+    }
+}
+
 // The path's bytes are kept as they are: not every name of a file is a text.
 void FillEntry(QAction& entry, const QString& caption, const std::string& path) {
     entry.setText(caption);
@@ -146,16 +152,21 @@ void MostRecentFilesClass::Load(QWidget& window, const std::string& file) {
 
 void MostRecentFilesClass::Save(QWidget& window, const std::string& file) {
     Trap("MostRecentFilesClass", "Save", [&] {
+        if (file == IniParamProcs::IniFilePath()) return Save(window, Settings::ProfileChanges(file));
         if (!loaded_) return;
-        // The old list always leaves the settings file; when that is the file to write, in the same step.
+        // The old list always leaves the settings file.
+        IniParamProcs::DeleteIniSection(Settings::RecentFiles.section);
         Settings::ProfileChanges changes(file);
-        if (file == IniParamProcs::IniFilePath()) {
+        AddEntries(changes, window);
+        changes.Commit();
+    });
+}
+
+void MostRecentFilesClass::Save(QWidget& window, Settings::ProfileChanges changes) {
+    Trap("MostRecentFilesClass", "Save", [&] {
+        if (loaded_) {
             changes.DeleteSection(Settings::RecentFiles.section);
-        } else {
-            IniParamProcs::DeleteIniSection(Settings::RecentFiles.section);
-        }
-        for (int i = 1; i <= EntryCount(window); ++i) {
-            Settings::Write(changes, Settings::RecentFiles, i, PathOf(window, i));
+            AddEntries(changes, window);
         }
         changes.Commit();
     });

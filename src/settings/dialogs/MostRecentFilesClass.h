@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "settings/Settings.h"
+
 class QAction;
 class QWidget;
 
@@ -28,6 +30,8 @@ class MostRecentFilesClass {
     // the file may hold entries that this one lacks.
     void Load(QWidget& window, const std::string& file);
     void Save(QWidget& window, const std::string& file);
+    // The same, to the settings file, as one step with what else there is to write.
+    void Save(QWidget& window, Settings::ProfileChanges changes);
 
     // Reports entry `index` as missing and removes it.
     void Delete(QWidget& window, int index);
