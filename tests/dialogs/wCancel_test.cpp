@@ -10,8 +10,9 @@ namespace {
 TEST(ProgressWindow, EveryWayToCancelOnlyHidesIt) {
     for (const int way : {0, 1, 2}) {
         wCancel window(nullptr);
-        window.show();
+        window.Open();
         window.Progress(49.6);
+        EXPECT_TRUE(window.IsVisible() && !window.isVisible()) << "a short run would only flicker";
         EXPECT_TRUE(Eventually([&] { return Child<QProgressBar>(window, "pbProgress").text() == "50%"; }));
         EXPECT_TRUE(window.IsVisible());
         Leave(window, way, "cmdCancel");

@@ -47,7 +47,7 @@ BusyGuard::BusyGuard(QWidget* owner) : progress_(owner->window()) {
     assert(!activeGuard);
     activeGuard = this;
     qApp->installEventFilter(this);
-    progress_.show();
+    progress_.Open();
 }
 
 BusyGuard::~BusyGuard() {

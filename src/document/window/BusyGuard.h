@@ -21,7 +21,7 @@ class BusyGuard : public QObject {
 
     // What the run shows its progress in, and is cancelled by.
     platform::ProgressWindow& Progress() { return progress_; }
-    void Cancel() { progress_.hide(); }
+    void Cancel() { progress_.cmdCancel_Click(); }
     // False once the user pressed the progress window's button, or closed it.
     bool StillVisible() const { return progress_.IsVisible(); }
 

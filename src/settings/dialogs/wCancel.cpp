@@ -1,5 +1,7 @@
 #include "settings/dialogs/wCancel.h"
 
+#include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QProgressBar>
 #include <QPushButton>
@@ -12,13 +14,15 @@
 
 namespace {
 constexpr int redrawInterval = 40;  // milliseconds
-}
+constexpr int unseenTime = 200;
+}  // namespace
 
 wCancel::wCancel(QWidget* owner)
     : QWidget(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       pbProgress_(new QProgressBar(this)),
       cmdCancel_(new QPushButton(tr("Annuler"), this)),
-      redraw_(new QTimer(this)) {
+      redraw_(new QTimer(this)),
+      appear_(new QTimer(this)) {
     setObjectName(QStringLiteral("wCancel"));
     setWindowTitle(QStringLiteral("Calcul en cours..."));
     pbProgress_->setObjectName(QStringLiteral("pbProgress"));
@@ -41,7 +45,19 @@ wCancel::wCancel(QWidget* owner)
     redraw_->setInterval(redrawInterval);
     connect(redraw_, &QTimer::timeout, this,
             [this] { pbProgress_->setValue(static_cast<int>(std::lround(percent_))); });
-    redraw_->start();
+    appear_->setInterval(unseenTime);
+    connect(appear_, &QTimer::timeout, this, [this] {
+        // Over a question of the run it would hide that.
+        if (QApplication::activeModalWidget()) return;
+        appear_->stop();
+        redraw_->start();
+        show();
+    });
+}
+
+void wCancel::Open() {
+    open_ = true;
+    appear_->start();
 }
 
 void wCancel::Progress(double percent) {
@@ -49,7 +65,14 @@ void wCancel::Progress(double percent) {
 }
 
 void wCancel::cmdCancel_Click() {
+    open_ = false;
+    appear_->stop();
     hide();
+}
+
+void wCancel::closeEvent(QCloseEvent* event) {
+    cmdCancel_Click();
+    event->accept();
 }
 
 void wCancel::keyPressEvent(QKeyEvent* event) {
