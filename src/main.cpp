@@ -2,22 +2,38 @@
 #include <QFontInfo>
 #include <QIcon>
 #include <QSessionManager>
-#include <QTimer>
 #include <span>
 #include <thread>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include "platform/qt/EndSignals.h"
 #include "platform/qt/LateIcons.h"
 #include "platform/qt/QtHost.h"
 #include "shell/wMain.h"
 
+namespace {
+
+// Threads of the toolkit's and of the program's own that allocate a little now and then would each get a
+// heap.
+void ShareOneHeap() {
+#ifdef __GLIBC__
+    mallopt(M_ARENA_MAX, 1);
+#endif
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+    ShareOneHeap();
     QApplication application(argc, argv);
     QApplication::setStyle(new platform_qt::LateIcons);  // the application owns it
     QApplication::setApplicationName(QStringLiteral("Ninarix"));
     QApplication::setApplicationVersion(QStringLiteral(NINARIX_VERSION));
     // The list of fonts is read beside everything that needs no text yet; alone it took 5 ms of the start.
     const std::jthread fonts([] { static_cast<void>(QFontInfo(QFont()).pixelSize()); });
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/Ninarix.svg")));
     platform_qt::InstallFrenchTexts();
 
     // What the toolkit left of the words, before it decodes them.
@@ -37,8 +53,5 @@ int main(int argc, char** argv) {
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &mainWindow, commit,
                      Qt::DirectConnection);
     mainWindow.MDIForm_Load();
-    // Drawn in four sizes, and seen only once there is a window.
-    QTimer::singleShot(0, &application,
-                       [] { QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/Ninarix.svg"))); });
     return QApplication::exec();
 }

@@ -25,6 +25,7 @@ class LateIcon : public QIconEngine {
     QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override {
         return Made().availableSizes(mode, state);
     }
+    bool isNull() override { return Made().isNull(); }
     QIconEngine* clone() const override { return new LateIcon(*this); }
 
   private:
