@@ -1,5 +1,6 @@
 #include "shell/StatusPanel.h"
 
+#include <QEvent>
 #include <QPainter>
 
 #include "platform/qt/Contrast.h"
@@ -8,6 +9,25 @@ StatusPanel::StatusPanel(QWidget* parent, const QString& name) : QLabel(parent) 
     setObjectName(name);
     setTextFormat(Qt::PlainText);
     setContentsMargins(3, 1, 3, 1);
+}
+
+void StatusPanel::Show(const QString& text) {
+    if (text == this->text()) return;
+    const QSize before = sizeHint();
+    // A label of a fixed size asks for no layout.
+    if (isVisible()) setFixedSize(size());
+    setText(text);
+    if (sizeHint() != before) FreeSize();
+}
+
+void StatusPanel::FreeSize() {
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+}
+
+void StatusPanel::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) FreeSize();
 }
 
 void StatusPanel::paintEvent(QPaintEvent* event) {

@@ -9,8 +9,16 @@ class StatusPanel : public QLabel {
   public:
     StatusPanel(QWidget* parent, const QString& name);
 
+    // While the text keeps its size the window around it is not laid out anew: at most entries only a number
+    // is another one.
+    void Show(const QString& text);
+
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    void FreeSize();
 };

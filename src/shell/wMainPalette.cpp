@@ -59,7 +59,7 @@ void wMain::ShowState() {
                                          : QStringLiteral("Grille complète");
         }
     }
-    statePanel_->setText(text);
+    statePanel_->Show(text);
     ShowTabs();
 }
 
