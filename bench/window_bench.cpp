@@ -39,18 +39,18 @@ class BenchHost : public platform::Application, public platform::MessageBoxes {
         host.registry = nullptr;
         return host;
     }
-    // Every read asks twice where the settings file is.
-    double SettingsReads() const { return static_cast<double>(asked_) / 2; }
+    // Every read asks once where the settings file is.
+    double SettingsReads() const { return static_cast<double>(asked_); }
 
     platform::MessageButton Show(std::string_view text, int /*style*/, int /*helpContext*/) override {
         throw std::runtime_error("an unexpected box: " + std::string(text));
     }
     void Beep() override { throw std::runtime_error("refused"); }
-    std::string ProgramFolder() const override {
+    const std::string& ProgramFolder() const override {
         ++asked_;
-        return folder_.string();
+        return folder_.native();
     }
-    std::string ProgramFileName() const override { return "Ninarix"; }
+    const std::string& ProgramFileName() const override { return name_; }
     std::string Title() const override { return "Ninarix"; }
     int MajorVersion() const override { return 3; }
     int MinorVersion() const override { return 2; }
@@ -61,6 +61,7 @@ class BenchHost : public platform::Application, public platform::MessageBoxes {
 
   private:
     std::filesystem::path folder_;
+    std::string name_ = "Ninarix";
     platform_qt::QtHost host_;
     platform::Application* real_ = nullptr;
     mutable long asked_ = 0;
@@ -185,7 +186,70 @@ void ArrowToPaintedSelection(benchmark::State& state) {
     MeasureKeys(state, program, {Qt::Key_Right, Qt::Key_Left});
 }
 
+// A grid's own part, in a window that is there already, without what the main window shows beside it.
+class GridAlone {
+  public:
+    GridAlone() {
+        window_.resize(655, 573);
+        window_.show();
+        if (!QTest::qWaitForWindowExposed(&window_)) throw std::runtime_error("no window");
+        Settle(100);
+    }
+    std::unique_ptr<wGrid> Show() {
+        auto grid = std::make_unique<wGrid>(frame_, std::make_unique<GridDocument>(), &window_);
+        grid->resize(window_.size());
+        grid->show();
+        return grid;
+    }
+
+  private:
+    struct Frame : MainFrame {
+        bool InitialisationMode() const override { return true; }
+        bool MasksHidden() const override { return false; }
+        bool ManualMasks() const override { return false; }
+        ctrlCell* Cell() const override { return cell; }
+        void Cell(ctrlCell* chosen) override { cell = chosen; }
+        void cmdValue_Click(int /*index*/) override {}
+        void ToggleCandidate(int /*digit*/) override {}
+        void UpdateColors() override {}
+        void ShowStanding() override {}
+        void ShowDocument(const QString& /*path*/, const QString& /*caption*/) override {}
+        ctrlCell* cell = nullptr;
+    };
+    Frame frame_;
+    QWidget window_;
+};
+
 void NewGridWindow(benchmark::State& state) {
+    GridAlone alone;
+    const PaintedCells painted;
+    for (auto _ : state) {
+        const int count = painted.Count();
+        const auto start = Clock::now();
+        const auto grid = alone.Show();
+        RunEvents([&] { return painted.Count() >= count + 81; });
+        state.SetIterationTime(Seconds(start));
+    }
+}
+
+void ResizeOneGrid(benchmark::State& state) {
+    GridAlone alone;
+    const auto grid = alone.Show();
+    const PaintedCells painted;
+    const QSize usual = grid->size();
+    int step = 0;
+    Settle();
+    for (auto _ : state) {
+        ++step;
+        const int count = painted.Count();
+        const auto start = Clock::now();
+        grid->resize(usual - QSize(step % 40, step % 30));
+        RunEvents([&] { return painted.Count() >= count + 81; });
+        state.SetIterationTime(Seconds(start));
+    }
+}
+
+void NewGridCommand(benchmark::State& state) {
     Program program;
     program.OpenPuzzle();
     for (auto _ : state) {
@@ -218,7 +282,7 @@ void MeasureResize(benchmark::State& state, int grids) {
     }
 }
 
-void ResizeOneGrid(benchmark::State& state) {
+void ResizeWindow(benchmark::State& state) {
     MeasureResize(state, 1);
 }
 void ResizeThirtyGrids(benchmark::State& state) {
@@ -263,10 +327,12 @@ void FewTimes(benchmark::internal::Benchmark* row) {
     Usual(row, 5);
 }
 
-BENCHMARK(NewGridWindow)->Apply(FewTimes);
+BENCHMARK(NewGridWindow)->Apply(ManyTimes);
+BENCHMARK(NewGridCommand)->Apply(FewTimes);
 BENCHMARK(KeyToPaintedDigit)->Apply(ManyTimes);
 BENCHMARK(ArrowToPaintedSelection)->Apply(ManyTimes);
-BENCHMARK(ResizeOneGrid)->Apply(FewTimes);
+BENCHMARK(ResizeOneGrid)->Apply(ManyTimes);
+BENCHMARK(ResizeWindow)->Apply(FewTimes);
 BENCHMARK(ResizeThirtyGrids)->Apply(FewTimes);
 BENCHMARK(GenerateToPaintedGrid)->Apply(FewTimes);
 

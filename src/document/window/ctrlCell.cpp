@@ -21,6 +21,16 @@ namespace {
 
 constexpr int flashTime = 90;  // milliseconds
 
+// All cells share the texts of their digits.
+const QString& DigitText(int digit) {
+    static const std::array<QString, 10> texts = [] {
+        std::array<QString, 10> made;
+        for (int d = 1; d <= 9; ++d) made[static_cast<std::size_t>(d)] = QString::number(d);
+        return made;
+    }();
+    return texts[static_cast<std::size_t>(digit)];
+}
+
 int KeyCodeOf(int key) {
     switch (key) {
         case Qt::Key_Left:
@@ -62,7 +72,7 @@ ctrlCell::ctrlCell(QWidget* parent, const ColorTable::Colors& colors)
     lblValue_.color = unlockedColor_;
     for (int d = 1; d <= 9; ++d) {
         CellLabel& label = lblMask_[static_cast<std::size_t>(d - 1)];
-        label.text = QString::number(d);
+        label.text = DigitText(d);
         label.color = platform_qt::FromLowRed(colors[6]);
         label.visible = false;
     }
@@ -202,7 +212,7 @@ void ctrlCell::mCell_Change(std::uint8_t value) {
 }
 
 void ctrlCell::ShowValue(std::uint8_t value) {
-    const QString text = value == 0 ? QString() : QString::number(value);
+    const QString text = value <= 9 ? DigitText(value) : QString::number(value);
     if (text == lblValue_.text && Locked() == showsGiven_) return;
     lblValue_.text = text;
     showsGiven_ = Locked();

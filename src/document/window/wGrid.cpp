@@ -17,8 +17,10 @@
 
 namespace {
 
+// To give a widget a palette costs some microseconds, also the one that it has.
 void Recolor(QWidget& widget, const QColor& color) {
     QPalette palette = widget.palette();
+    if (palette.color(QPalette::Window) == color) return;
     palette.setColor(QPalette::Window, color);
     widget.setPalette(palette);
 }
