@@ -11,6 +11,7 @@
 #include "platform/qt/EndSignals.h"
 #include "platform/qt/LateIcons.h"
 #include "platform/qt/QtHost.h"
+#include "shell/TerminalWords.h"
 #include "shell/wMain.h"
 
 namespace {
@@ -26,18 +27,21 @@ void ShareOneHeap() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const std::span words(argv, static_cast<std::size_t>(argc));
+    if (const auto answered = AnswerOnTerminal(words, NINARIX_VERSION)) return *answered;
     ShareOneHeap();
     QApplication application(argc, argv);
     QApplication::setStyle(new platform_qt::LateIcons);  // the application owns it
     QApplication::setApplicationName(QStringLiteral("Ninarix"));
     QApplication::setApplicationVersion(QStringLiteral(NINARIX_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("ninarix"));
     // The list of fonts is read beside everything that needs no text yet; alone it took 5 ms of the start.
     const std::jthread fonts([] { static_cast<void>(QFontInfo(QFont()).pixelSize()); });
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/Ninarix.svg")));
     platform_qt::InstallFrenchTexts();
 
     // What the toolkit left of the words, before it decodes them.
-    const platform_qt::QtHost host(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+    const platform_qt::QtHost host(std::span(argv, static_cast<std::size_t>(argc)));
     const platform::HostScope scope(host.Interfaces());
     wMain mainWindow;
     const platform_qt::EndSignals endSignals;

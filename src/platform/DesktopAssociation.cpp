@@ -22,6 +22,17 @@ namespace platform {
 
 namespace {
 
+// In a data folder.
+constexpr const char* mimeFile = "/mime/packages/ninarix.xml";
+constexpr const char* entryFile = "/applications/ninarix.desktop";
+constexpr const char* launcherFile = "/ninarix/demarrer";
+constexpr const char* themeFolder = "/icons/hicolor";
+constexpr const char* drawingFile = "/scalable/apps/ninarix.svg";
+
+bool IsProgram(const std::string& path) {
+    return IsRegularFile(path) && access(path.c_str(), X_OK) == 0;
+}
+
 std::string FolderFromEnvironment(const char* variable) {
     // The environment is read while the program starts, before anything else could change it.
     const char* value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe)
@@ -205,32 +216,78 @@ std::string DesktopAssociation::OtherOwner(std::string_view extension) const {
 }
 
 bool DesktopAssociation::Publish(const FileAssociation& association) {
-    if (folders_.own.empty() || !IsRegularFile(association.program) ||
-        access(association.program.c_str(), X_OK) != 0) {
-        return false;
-    }
-    if (!WritePublished(folders_.own + "/mime/packages/ninarix.xml", MimePackage(association)) ||
+    if (!SharedEntryWorks()) return PublishOwn(association);
+    TakeBack();
+    return true;
+}
+
+bool DesktopAssociation::PublishOwn(const FileAssociation& association) {
+    if (!IsProgram(association.program) || !WriteFiles(association)) return false;
+    UpdateCaches();
+    return true;
+}
+
+bool DesktopAssociation::WriteFiles(const FileAssociation& association) const {
+    if (folders_.own.empty() || !WritePublished(folders_.own + mimeFile, MimePackage(association)) ||
         !PublishProgram(association)) {
         return false;
     }
     PublishIcons();
+    return true;
+}
+
+void DesktopAssociation::CompleteIcons() const {
+    std::error_code failed;
+    if (!folders_.own.empty() && fs::exists(folders_.own + entryFile, failed) &&
+        !fs::exists(folders_.own + themeFolder + drawingFile, failed)) {
+        PublishIcons();
+    }
+}
+
+// The first entry of this name is the one that counts.
+bool DesktopAssociation::SharedEntryWorks() const {
+    for (const std::string& folder : folders_.shared) {
+        std::ifstream entry(folder + entryFile);
+        if (!entry) continue;
+        constexpr std::string_view key = "TryExec=";
+        for (std::string line; std::getline(entry, line);) {
+            if (line.starts_with(key)) return IsProgram(line.substr(key.size()));
+        }
+        return false;
+    }
+    return false;
+}
+
+void DesktopAssociation::TakeBack() {
+    std::error_code failed;
+    if (folders_.own.empty() || !fs::remove(folders_.own + entryFile, failed)) return;
+    fs::remove(folders_.own + mimeFile, failed);
+    fs::remove(folders_.own + launcherFile, failed);
+    for (const auto& size : fs::directory_iterator(folders_.own + themeFolder, failed)) {
+        for (const char* icon : {"/apps/ninarix.png", "/apps/ninarix.svg"}) {
+            fs::remove(size.path().string() + icon, failed);
+        }
+    }
+    UpdateCaches();
+}
+
+void DesktopAssociation::UpdateCaches() {
     StartTool("update-mime-database", folders_.own + "/mime");
     StartTool("update-desktop-database", folders_.own + "/applications");
-    return true;
 }
 
 bool DesktopAssociation::PublishProgram(const FileAssociation& association) const {
     std::string command = association.program;
     if (NeedsQuotes(command)) {
         // Even quoted correctly, blanks or "%" in the path break openers that read the command their own way.
-        command = folders_.own + "/ninarix/Ninarix";
+        command = folders_.own + launcherFile;
         std::error_code failed;
         if (!WritePublished(command, Launcher(association.program))) return false;
         fs::permissions(command, fs::perms::owner_exec, fs::perm_options::add, failed);
         if (failed) return false;
         if (NeedsQuotes(command)) command = QuotedForEntry(command);
     }
-    return WritePublished(folders_.own + "/applications/ninarix.desktop",
+    return WritePublished(folders_.own + entryFile,
                           "[Desktop Entry]\n"
                           "Type=Application\n"
                           "Version=1.0\n"
@@ -238,7 +295,7 @@ bool DesktopAssociation::PublishProgram(const FileAssociation& association) cons
                           "Name[fr]=Ninarix\n"
                           "GenericName=Sudoku\n"
                           "GenericName[fr]=Sudoku\n"
-                          "Comment=Jouer au Sudoku et se faire aider\n"
+                          "Comment=Play Sudoku and get help with it\n"
                           "Comment[fr]=Jouer au Sudoku et se faire aider\n"
                           "Exec=" +
                               command +
@@ -248,19 +305,22 @@ bool DesktopAssociation::PublishProgram(const FileAssociation& association) cons
                               "\n"
                               "Icon=ninarix\n"
                               "Terminal=false\n"
+                              "StartupNotify=true\n"
+                              "StartupWMClass=Ninarix\n"
                               "Categories=Game;LogicGame;\n"
+                              "Keywords=sudoku;puzzle;grid;nx3;\n"
+                              "Keywords[fr]=sudoku;grille;jeu;chiffres;nx3;\n"
                               "MimeType=" +
                               std::string(MimeType) + ";\n");
 }
 
 void DesktopAssociation::PublishIcons() const {
     if (!icons_) return;
-    const fs::path theme = folders_.own + "/icons/hicolor";
+    const std::string theme = folders_.own + themeFolder;
     for (const IconFile& icon : icons_()) {
-        const bool drawing = icon.size == 0;
         const std::string size = std::to_string(icon.size);
-        const fs::path folder = theme / (drawing ? "scalable" : std::string(size).append("x").append(size));
-        WritePublished(folder / "apps" / (drawing ? "ninarix.svg" : "ninarix.png"), icon.bytes);
+        WritePublished(theme + (icon.size == 0 ? drawingFile : "/" + size + "x" + size + "/apps/ninarix.png"),
+                       icon.bytes);
     }
     // A changed theme folder is what makes desktops drop the cache they have of it.
     std::error_code ignored;

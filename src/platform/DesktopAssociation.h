@@ -31,7 +31,8 @@ struct FileAssociation {
 
 // Publishes the program's file type in the user's data folder: a MIME type, a desktop entry, icons, and the
 // updates of the desktop's own caches. Every routine is silent and quick: the desktop's tools run on their
-// own, and those that are not installed are left out.
+// own, and those that are not installed are left out. A desktop knows the entry by its file's name, so that
+// the user's hides the system's and no menu ever has two.
 class DesktopAssociation {
   public:
     static constexpr std::string_view MimeType = "application/x-ninarix-grid";
@@ -47,15 +48,29 @@ class DesktopAssociation {
     // there is none.
     std::string OtherOwner(std::string_view extension) const;
 
-    // False if the program cannot be started from this path or a file cannot be written.
+    // Unless the system has an entry that works, a package's: what the user's folder holds of an earlier
+    // program is taken back then, so that it hides nothing. False if the program cannot be started from this
+    // path or a file cannot be written.
     bool Publish(const FileAssociation& association);
+
+    // The same whatever the system has.
+    bool PublishOwn(const FileAssociation& association);
+
+    // Only the files, for packages. The program need not be there yet.
+    bool WriteFiles(const FileAssociation& association) const;
+
+    // Adds the icons to what was published without them.
+    void CompleteIcons() const;
 
     // True when the desktop's tools have ended; waits for that no longer than told.
     bool ToolsEnded(std::chrono::milliseconds longest);
 
   private:
+    bool SharedEntryWorks() const;
+    void TakeBack();
     bool PublishProgram(const FileAssociation& association) const;
     void PublishIcons() const;
+    void UpdateCaches();
     void StartTool(const char* tool, const std::string& folder);
 
     DesktopFolders folders_;

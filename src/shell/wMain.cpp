@@ -27,6 +27,7 @@
 #include "settings/RegBase.h"
 #include "settings/Settings.h"
 #include "settings/dialogs/wOptions.h"
+#include "shell/GridFileType.h"
 #include "shell/GridTabs.h"
 #include "shell/Palette.h"
 #include "shell/Recovery.h"
@@ -106,8 +107,8 @@ void wMain::MDIForm_Load() {
     Trap("wMain", "MDIForm_Load", [this] {
         platform::Application& application = *platform::TheHost().application;
         application.HelpFile(application.ProgramFolder() + "/" + application.ProgramFileName() + ".chm");
-        RegBase::RegisterFileType(application.ProgramFolder() + "/" + application.ProgramFileName(), "nx3",
-                                  "\"%1\"", "Grille de Ninarix", 0);
+        RegBase::RegisterFileType(application.ProgramFolder() + "/" + application.ProgramFileName(),
+                                  GridFileType::extension, "\"%1\"", GridFileType::description, 0);
         const bool commandLine = !application.CommandLine().empty();
         if (commandLine) OpenCommandLine();
         if (!commandLine && Settings::Read(Settings::NoSplash) == 0) {

@@ -105,6 +105,10 @@ ended() {
     wait "$app" || fail "the program ended with $?"
 }
 
+# ---- A terminal is answered without a window.
+DISPLAY=:none "$box/app/Ninarix" --version | grep -qx 'Ninarix [0-9.]*' || fail 'no version'
+DISPLAY=:none "$box/app/Ninarix" --help | grep -q 'nx3' || fail 'no help'
+
 # ---- Type a puzzle in, row by row; at the border an arrow does nothing.
 givens=530070000600195000098000060800060003400803001700020006060000280000419005000080079
 solution=534678912672195348198342567859761423426853791713924856961537284287419635345286179

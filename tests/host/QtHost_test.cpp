@@ -2,17 +2,20 @@
 
 #include <QtTest>
 #include <QtWidgets>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
 
 #include "platform/Registry.h"
 #include "support/QtSupport.h"
 
+using namespace std::literals;
+
 namespace {
 
 class Host : public testing::Test {
   protected:
-    const char* const words_[2] = {"/tmp/Grille 1.nx3", "b\xE9.nx3"};
+    const char* const words_[3] = {"none/such", "/tmp/Grille 1.nx3", "b\xE9.nx3"};
     const platform_qt::QtHost qt_{words_};
     const platform::Host host_ = qt_.Interfaces();
 };
@@ -51,6 +54,24 @@ TEST_F(Host, TheClockCountsNanosecondsAndNoSeedComesTwice) {
     constexpr qint64 tick = 10'000'000;
     const auto passed = (host_.clock->Now() - first).count();
     EXPECT_TRUE(passed > 0 && passed <= watch.nsecsElapsed() + tick) << passed;
+}
+
+// Through a link, by any spelling of its name: the user's folder is the link's.
+TEST_F(Host, TheProgramsFolderIsThatOfTheNameItWasStartedBy) {
+    const QTemporaryDir folder;
+    const std::string mine = folder.filePath(QStringLiteral("it's \u00e9")).toStdString();
+    std::filesystem::create_directory(mine);
+    std::filesystem::create_symlink("/proc/self/exe", mine + "/Jeu.link");
+    const QDir before = QDir::current();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    qputenv("PATH", "/none:" + QByteArray::fromStdString(mine) + ":" + qgetenv("PATH"));
+    for (const std::string& name : {mine + "/Jeu.link", "./it's \u00e9//Jeu.link"s, "Jeu.link"s}) {
+        const char* const words[] = {name.c_str()};
+        const platform_qt::QtHost host(words);
+        const auto& started = *host.Interfaces().application;
+        EXPECT_EQ(started.ProgramFolder() + '/' + started.ProgramFileName(), mine + "/Jeu") << name;
+    }
+    QDir::setCurrent(before.path());
 }
 
 TEST_F(Host, KnowsHowItWasStartedAndWhereTheUserKeepsData) {

@@ -93,6 +93,23 @@ TEST_F(Desktop, PathsThatNoCommandLineTakesStillStart) {
     }
 }
 
+// Faults: a package's entry is hidden by one that outlives its program, or a broken one is trusted.
+TEST_F(Desktop, APackagesEntryThatWorksIsTheOnlyOne) {
+    const FileAssociation ours{"nx3", MakeProgram("Ninarix"), "Grille"};
+    const DesktopAssociation package({host.PathOf("shared"), {}}, {});
+    ASSERT_TRUE(package.WriteFiles({"nx3", host.PathOf("packaged"), "Grille"}));
+    DesktopAssociation withoutIcons({data, {host.PathOf("shared")}}, {});
+    EXPECT_TRUE(withoutIcons.Publish(ours) && fs::exists(data + "/applications/ninarix.desktop"));
+    EXPECT_TRUE(withoutIcons.ToolsEnded(20s));
+    association.CompleteIcons();
+    EXPECT_TRUE(fs::exists(data + "/icons/hicolor/16x16/apps/ninarix.png"));
+
+    MakeProgram("packaged");
+    EXPECT_TRUE(association.Publish(ours) && association.ToolsEnded(20s));
+    association.CompleteIcons();
+    EXPECT_EQ(Run("cd \"$XDG_DATA_HOME\"; find . -name \"*ninarix*\"; grep -rli nx3 ."), "");
+}
+
 TEST_F(Desktop, ToolsThatAreMissingOrHangHoldNothingUp) {
     MakeProgram("update-mime-database", "read line <" + host.PathOf("calls"));
     const auto publish = [&](const std::string& path) {

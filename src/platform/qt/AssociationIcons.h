@@ -7,7 +7,7 @@
 namespace platform_qt {
 
 // The program's icon for a desktop: the drawing itself and pictures of it in the usual sizes. Empty if the
-// program was built without the drawing. Needs a QApplication.
+// program was built without the drawing. Needs no QApplication.
 std::vector<platform::IconFile> AssociationIcons();
 
 }  // namespace platform_qt

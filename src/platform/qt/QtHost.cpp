@@ -4,17 +4,18 @@
 #include <QColorDialog>
 #include <QCursor>
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QStringConverter>
 #include <QTranslator>
 #include <QVersionNumber>
 #include <ctime>
+#include <filesystem>
 #include <utility>
 
 #include "platform/DesktopAssociation.h"
 #include "platform/FileRegistry.h"
+#include "platform/ProgramPath.h"
 #include "platform/qt/AssociationIcons.h"
 #include "platform/qt/DialogParts.h"
 #include "platform/qt/QtFileDialogs.h"
@@ -102,10 +103,11 @@ class QtColourDialogs : public platform::ColourDialogs {
 
 class QtApplication : public platform::Application {
   public:
-    explicit QtApplication(std::span<const char* const> arguments)
-        : folder_(ToUtf8(QCoreApplication::applicationDirPath())),
-          fileName_(ToUtf8(QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName())) {
-        for (const char* word : arguments) {
+    explicit QtApplication(std::span<const char* const> words) {
+        const std::filesystem::path program = platform::ProgramPath(words.empty() ? "" : words.front());
+        folder_ = program.parent_path().string();
+        fileName_ = program.stem().string();
+        for (const char* word : words.subspan(words.empty() ? 0 : 1)) {
             if (!commandLine_.empty()) commandLine_ += ' ';
             commandLine_ += word;
         }
@@ -127,11 +129,11 @@ class QtApplication : public platform::Application {
     void HelpFile(const std::string& path) override { helpFile_ = path; }
 
   private:
-    std::string folder_, fileName_;
     static QVersionNumber Version() {
         return QVersionNumber::fromString(QCoreApplication::applicationVersion());
     }
 
+    std::string folder_, fileName_;
     std::string commandLine_;
     std::string helpFile_;
 };
@@ -144,7 +146,7 @@ std::string RegistryFile(const platform::DesktopFolders& folders) {
 }  // namespace
 
 struct QtHost::Parts {
-    explicit Parts(std::span<const char* const> arguments) : application(arguments) {}
+    explicit Parts(std::span<const char* const> words) : application(words) { desktop.CompleteIcons(); }
 
     QtMessageBoxes messages;
     QtPointer pointer;
@@ -160,7 +162,7 @@ struct QtHost::Parts {
     platform::FileRegistry registry{RegistryFile(folders), &desktop};
 };
 
-QtHost::QtHost(std::span<const char* const> arguments) : parts_(std::make_unique<Parts>(arguments)) {}
+QtHost::QtHost(std::span<const char* const> words) : parts_(std::make_unique<Parts>(words)) {}
 QtHost::~QtHost() = default;
 
 platform::Host QtHost::Interfaces() const {

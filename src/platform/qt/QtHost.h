@@ -17,8 +17,8 @@ namespace platform_qt {
 
 class QtHost {
   public:
-    // With the words that follow the program's name, as the bytes that they are.
-    explicit QtHost(std::span<const char* const> arguments = {});
+    // With the words of the command line, the program's name first, as the bytes that they are.
+    explicit QtHost(std::span<const char* const> words = {});
     ~QtHost();
     QtHost(const QtHost&) = delete;
     QtHost& operator=(const QtHost&) = delete;
