@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSettings>
 #include <QStringConverter>
 #include <QTranslator>
 #include <QVersionNumber>
@@ -146,7 +147,12 @@ std::string RegistryFile(const platform::DesktopFolders& folders) {
 }  // namespace
 
 struct QtHost::Parts {
-    explicit Parts(std::span<const char* const> words) : application(words) { desktop.CompleteIcons(); }
+    explicit Parts(std::span<const char* const> words) : application(words) {
+        // What the toolkit's own dialogs remember would otherwise lie among all programs' settings, for ever.
+        const QString state = FromUtf8(application.StateFolder());
+        if (!state.isEmpty()) QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, state);
+        desktop.CompleteIcons();
+    }
 
     QtMessageBoxes messages;
     QtPointer pointer;
