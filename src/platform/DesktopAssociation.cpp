@@ -319,8 +319,13 @@ void DesktopAssociation::PublishIcons() const {
     const std::string theme = folders_.own + themeFolder;
     for (const IconFile& icon : icons_()) {
         const std::string size = std::to_string(icon.size);
-        WritePublished(theme + (icon.size == 0 ? drawingFile : "/" + size + "x" + size + "/apps/ninarix.png"),
-                       icon.bytes);
+        std::string file = theme;
+        if (icon.size == 0) {
+            file += drawingFile;
+        } else {
+            file.append("/").append(size).append("x").append(size).append("/apps/ninarix.png");
+        }
+        WritePublished(file, icon.bytes);
     }
     // A changed theme folder is what makes desktops drop the cache they have of it.
     std::error_code ignored;
