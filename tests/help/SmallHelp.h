@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "platform/qt/help/ChmFile.h"
 #include "support/ScriptedHost.h"
@@ -19,8 +20,10 @@ class SmallHelp : public testing::Test {
 
     ScriptedHost host_;
     const QString file_ = QString::fromStdString(host_.PathOf("Aide.chm"));
-    // Its return code says nothing.
-    const int ignored_ = std::system(("cp -r " SMALL_HELP "/. " + host_.folder.string() + " && cd " +
-                                      host_.folder.string() + " && " CHMCMD " Aide.hhp >/dev/null 2>&1")
-                                         .c_str());
+    const int ignored_ = [this] {
+        std::filesystem::copy(SMALL_HELP, host_.folder, std::filesystem::copy_options::recursive);
+        // Its return code says nothing.
+        return std::system(
+            ("cd " + host_.folder.string() + " && " CHMCMD " Aide.hhp >/dev/null 2>&1").c_str());
+    }();
 };

@@ -75,7 +75,8 @@ TEST_F(Desktop, OpensGridFilesWithTheProgramUntilItIsUninstalled) {
     EXPECT_EQ(ScriptedHost::ReadFile(data + "/icons/hicolor/16x16/apps/ninarix.png"), "picture");
     EXPECT_EQ(ScriptedHost::ReadFile(data + "/icons/hicolor/scalable/apps/ninarix.svg"), "drawing");
 
-    Run(NINARIX_UNINSTALL);
+    fs::copy_file(NINARIX_UNINSTALL, host.PathOf("desinstaller"));
+    Run("~/desinstaller");
     EXPECT_EQ(Run("cd \"$XDG_DATA_HOME\"; find . -iname \"*ninarix*\"; grep -rli nx3 ."), "");
     registry.AssociationsChanged();
     EXPECT_FALSE(fs::exists(data + "/mime/packages/ninarix.xml")) << "nothing was created since";
