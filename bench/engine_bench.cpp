@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the engine costs, by the way that the program takes: the toolkit's event pump, clock and seeds,
 // settings read from a file.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the player waits for: each figure runs from a key, or a new size, to what it shows, through the
 // program's own main window, the event loop and the settings file. What is painted is counted, not supposed.
 

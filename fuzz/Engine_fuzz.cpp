@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Fuzz.h"
 #include "engine/EngineSupport.h"
 #include "engine/clsGrid.h"

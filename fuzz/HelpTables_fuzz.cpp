@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Fuzz.h"
 #include "platform/qt/help/HelpTables.h"
 #include "platform/qt/help/TopicIndex.h"

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # cmake -DCHMCMD=... -DFINISH=... -DSOURCE=folder -DRESULT=file -DDIGEST=source -P CompileHelp.cmake
 #
 # Makes the help file, the same in every folder and at any time, and the source that gives its digest to the

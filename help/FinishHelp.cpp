@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // finish_help entities PAGE...: writes what is not ASCII in pages as entities, for viewers that take them for
 // Windows-1252 whatever they say.
 // finish_help finish FILE: takes the times out of a freshly compiled help file, so that the same topics make

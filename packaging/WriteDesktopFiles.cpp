@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // write_desktop_files FOLDER PROGRAM: what a package puts into a data folder of the system so that a desktop
 // shows PROGRAM and opens grid files with it.
 

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # What the packaging scripts share; to be sourced by bash.
 set -euo pipefail
 source_folder=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Finds the places in a C++ source where a small fault can be made.
 
 The sources are expected as clang-format leaves them: a binary operator stands between blanks, a template's

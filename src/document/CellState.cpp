@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/CellState.h"
 
 #include "diagnostics/ErrorHandling.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/RecoveryFile.h"
 
 #include <cstdint>

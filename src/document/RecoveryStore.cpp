@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/RecoveryStore.h"
 
 #include <cerrno>

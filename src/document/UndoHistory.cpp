@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/UndoHistory.h"
 
 void UndoHistory::Register(HistoryStep step) {

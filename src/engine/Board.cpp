@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/Board.h"
 
 #include <bit>

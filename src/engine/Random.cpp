@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/Global.h"
 #include "platform/Host.h"
 

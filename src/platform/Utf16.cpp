@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Utf16.h"
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "printing/CandidatePlaces.h"
 
 #include <QFontMetricsF>

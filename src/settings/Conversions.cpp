@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/Conversions.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The help topics that F1 opens, by their numbers in the help file.

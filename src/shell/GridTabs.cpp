@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "shell/GridTabs.h"
 
 #include <QHBoxLayout>

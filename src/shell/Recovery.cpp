@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "shell/Recovery.h"
 
 #include <new>

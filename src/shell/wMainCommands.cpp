@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The commands of the menus File (grids), Edit, Grid and Help.
 
 #include <QClipboard>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Every way in which a grid file reaches a grid window, and the two save commands.
 
 #include <QApplication>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The main window's menus, toolbar, status bar and palette panel.
 
 #include <QAction>

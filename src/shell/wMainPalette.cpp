@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The palette's commands: what the keyboard enters goes the same way.
 
 #include "diagnostics/ErrorHandling.h"

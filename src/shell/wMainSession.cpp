@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What remains of a program that ends without its user's doing, and comes back at the next start.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "diagnostics/ErrorHandling.h"
 
 #include "support/ScriptedHost.h"

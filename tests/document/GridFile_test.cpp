@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Grid files as a document saves and loads them.
 
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/GridText.h"
 
 #include <gtest/gtest.h>

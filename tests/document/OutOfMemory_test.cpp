@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Memory may run out at any allocation of a save or of a snapshot: nothing is lost, nothing half-written.
 
 #include <cstdlib>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Recovery files: their text, the folders of running copies, and what a copy that is gone left behind.
 
 #include <filesystem>

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Plays with nothing but keys and assistive actions, on a display and on buses of its own, and checks what a screen
 reader is told; where Orca is installed, what it speaks, too. Usage: hear.py PROGRAM [TRANSCRIPT]
 

@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+#
 # Plays a whole session in a real window of an X server of its own, with keys and mouse, and checks what the
 # program wrote. Usage: play.sh PROGRAM
 #

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EngineSupport.h"
 
 using platform::MessageButton;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <string_view>
 
 // Stands on the platform layer alone and declares for itself what belongs to a layer above.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/SafeFile.h"
 
 #include <csignal>

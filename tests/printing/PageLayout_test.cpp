@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "printing/PageLayout.h"
 
 #include "PrintingSupport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "printing/PagePainter.h"
 
 #include <QImage>

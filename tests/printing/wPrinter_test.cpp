@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "printing/wPrinter.h"
 
 #include <QComboBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/FilesPaths.h"
 
 #include "support/ScriptedHost.h"

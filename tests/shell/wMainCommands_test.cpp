@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The commands of the menus, of the toolbar and of the palette.
 
 #include <QAccessible>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Opening and saving.
 
 #include <QDialog>

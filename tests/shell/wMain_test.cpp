@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Starts and ends.
 
 #include "shell/wMain.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A program that is killed at any moment of play loses nothing that is older than two seconds. One process
 // plays and tells what its grids hold, this one kills it and looks at what the next start would find.
 // kills [--kills N] [--seed N]

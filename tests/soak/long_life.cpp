@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A program that is used for very long: what it does takes no more memory, descriptors or time at the end
 // than at the beginning. long_life [--divisor N]: the full counts divided by N (100).
 

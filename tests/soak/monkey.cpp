@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Random play with the whole program. monkey [--seed N] [--seconds N]
 //
 // A seed alone plays its sequence once, as it was played before, and tells every event; otherwise one

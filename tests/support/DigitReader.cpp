@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/DigitReader.h"
 
 #include <QFont>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What of a grid window is on the picture.
 
 #include <QApplication>

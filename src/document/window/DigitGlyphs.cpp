@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/window/DigitGlyphs.h"
 
 #include <QCoreApplication>

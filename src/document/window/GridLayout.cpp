@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "document/window/GridLayout.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the grid window asks its user about, and what it has the engine, files and the printer do.
 
 #include "diagnostics/ErrorHandling.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/dialogs/MostRecentFilesClass.h"
 
 #include <QAction>

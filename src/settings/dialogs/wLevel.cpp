@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/dialogs/wLevel.h"
 
 #include <QCheckBox>

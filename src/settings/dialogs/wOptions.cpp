@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/dialogs/wOptions.h"
 
 #include <QCheckBox>
