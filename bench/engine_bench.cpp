@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -12,6 +13,7 @@
 #include <stdlib.h>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "Puzzles.h"
@@ -44,7 +46,11 @@ class BenchHost : public platform::MessageBoxes, public platform::Application {
     BenchHost(const BenchHost&) = delete;
     BenchHost& operator=(const BenchHost&) = delete;
 
-    std::ofstream Settings() const { return std::ofstream(folder_ / "Ninarix.ini"); }
+    // A file that was written a moment ago is read at every question: a second change may bear the same time.
+    void WriteSettings(const std::string& text) const {
+        std::ofstream(folder_ / "Ninarix.ini") << text;
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    }
     int Questions() const { return questions_; }
 
     platform::MessageButton Show(std::string_view text, int style, int) override {
@@ -89,7 +95,7 @@ int DigitAt(std::string_view puzzle, int cell) {
 template <class Solve>
 void ForEachPuzzle(benchmark::State& state, std::size_t count, Solve solve) {
     const BenchHost host;
-    host.Settings() << "[Options]\r\nLevelValue=5\r\nResolLoop=8\r\n";
+    host.WriteSettings("[Options]\r\nLevelValue=5\r\nResolLoop=8\r\n");
     std::size_t n = 0;
     for (auto _ : state) solve(n++ % count);
     if (host.Questions() > 0) state.SkipWithError("a question was asked");
@@ -128,7 +134,7 @@ BENCHMARK_CAPTURE(SolveGrid, Guesses, guessPuzzles)->Unit(benchmark::kMicrosecon
 
 void CreateGrid(benchmark::State& state, int level) {
     const BenchHost host;
-    host.Settings() << "[Options]\r\nLevelValue=" << level << "\r\n";
+    host.WriteSettings("[Options]\r\nLevelValue=" + std::to_string(level) + "\r\n");
     clsGrid grid;
     for (auto _ : state) grid.CreateGrid();
     state.counters["questions"] = benchmark::Counter(host.Questions(), benchmark::Counter::kAvgIterations);
@@ -165,11 +171,7 @@ BENCHMARK(Verified)->Unit(benchmark::kMicrosecond);
 
 void ReadIniParam(benchmark::State& state, std::size_t size) {
     const BenchHost host;
-    auto settings = host.Settings();
-    settings << "[Options]\r\nLevelValue=7\r\n[Rest]\r\n" << std::string(size, ';');
-    settings.close();
-    // What was written a moment ago is read once more: a second change in one tick has the same time.
-    for (int n = 0; n < 100; ++n) IniParamProcs::ReadIniParam("Options", "LevelValue", "5");
+    host.WriteSettings("[Options]\r\nLevelValue=7\r\n[Rest]\r\n" + std::string(size, ';'));
     for (auto _ : state) benchmark::DoNotOptimize(IniParamProcs::ReadIniParam("Options", "LevelValue", "5"));
 }
 BENCHMARK_CAPTURE(ReadIniParam, Small, 500)->Unit(benchmark::kMicrosecond);

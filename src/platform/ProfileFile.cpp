@@ -255,8 +255,9 @@ std::optional<std::string_view> ProfileIndex::Value(std::string_view section, st
 }
 
 bool ProfileIndex::Less::operator()(const Names& a, const Names& b) const {
-    if (!SameName(a.first, b.first)) return NameLess()(a.first, b.first);
-    return NameLess()(a.second, b.second);
+    // Keys differ sooner than sections.
+    if (!SameName(a.second, b.second)) return NameLess()(a.second, b.second);
+    return NameLess()(a.first, b.first);
 }
 
 }  // namespace platform
