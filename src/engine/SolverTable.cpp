@@ -11,7 +11,6 @@ namespace {
 
 using Global::Board;
 using Global::CellSet;
-using Global::cellSets;
 using Global::CellUnits;
 using Global::EngineArray;
 using Global::unitsOf;
