@@ -18,6 +18,7 @@
 
 #include "document/window/ctrlCell.h"
 #include "document/window/wGrid.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/QtHost.h"
 #include "settings/dialogs/wLevel.h"
 #include "shell/wMain.h"
@@ -348,6 +349,7 @@ int main(int argc, char** argv) {
     int result = 0;
     {
         QApplication application(argc, argv);
+        QApplication::setStyle(new platform_qt::ProgramStyle);  // the application owns it
         BenchHost host(folder);
         theHost = &host;
         const platform::HostScope scope(host.Interfaces());

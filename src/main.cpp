@@ -10,7 +10,7 @@
 #endif
 
 #include "platform/qt/EndSignals.h"
-#include "platform/qt/LateIcons.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/QtHost.h"
 #include "shell/TerminalWords.h"
 #include "shell/wMain.h"
@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     if (const auto answered = AnswerOnTerminal(words, NINARIX_VERSION)) return *answered;
     ShareOneHeap();
     QApplication application(argc, argv);
-    QApplication::setStyle(new platform_qt::LateIcons);  // the application owns it
+    QApplication::setStyle(new platform_qt::ProgramStyle);  // the application owns it
     QApplication::setApplicationName(QStringLiteral("Ninarix"));
     QApplication::setApplicationVersion(QStringLiteral(NINARIX_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("ninarix"));

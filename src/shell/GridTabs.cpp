@@ -42,7 +42,6 @@ GridTabs::GridTabs(QWidget* parent)
     list_->setPopupMode(QToolButton::InstantPopup);
     list_->setToolTip(QStringLiteral("Toutes les grilles"));
     list_->setAccessibleName(list_->toolTip());
-    list_->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
     auto* menu = new QMenu(list_);
     connect(menu, &QMenu::aboutToShow, this, &GridTabs::FillList);
     list_->setMenu(menu);

@@ -84,9 +84,6 @@ void wMain::BuildToolbar() {
     toolbar_->setMovable(false);
     toolbar_->setIconSize(QSize(32, 32));
     toolbar_->setContextMenuPolicy(Qt::PreventContextMenu);
-    // By itself a tool does not show that it has the keyboard.
-    toolbar_->setStyleSheet(
-        QStringLiteral("QToolButton:focus { border: 2px solid palette(highlight); border-radius: 4px; }"));
     for (const Command* command : ToolCommands()) {
         const QString key = QLatin1String(command->name);
         const QString text = QString::fromUtf8(command->toolTip);

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "document/DocumentSupport.h"
 #include "engine/clsGrid.h"
@@ -13,9 +14,30 @@
 
 namespace {
 
+// What the view tells: a click; k: a key and its shift state, p: what was typed, c: a candidate.
+class Told : public CellHolder {
+  public:
+    std::string Take() { return std::exchange(words_, {}); }
+
+    void ctrlCells_Click(ctrlCell& /*cell*/) override { Add("click"); }
+    void ctrlCells_KeyDown(ctrlCell& /*cell*/, int keyCode, int shift) override {
+        Add("k" + std::to_string(keyCode) + "/" + std::to_string(shift));
+    }
+    void ctrlCells_Keypress(ctrlCell& /*cell*/, int keyAscii) override {
+        Add("p" + std::to_string(keyAscii));
+    }
+    void ctrlCells_CandidateChosen(ctrlCell& /*cell*/, int digit) override {
+        Add("c" + std::to_string(digit));
+    }
+
+  private:
+    void Add(const std::string& word) { words_ += (words_.empty() ? "" : " ") + word; }
+    std::string words_;
+};
+
 class CellView : public testing::Test {
   protected:
-    CellView() : view(std::make_unique<ctrlCell>(nullptr, ColorTable::Defaults)) {
+    CellView() : view(std::make_unique<ctrlCell>(nullptr, told, ColorTable::Defaults)) {
         view->mCell(&Cell());
         view->show();
     }
@@ -23,13 +45,14 @@ class CellView : public testing::Test {
     clsCell& Cell() { return *grid.Cells(23); }  // row 3, column 5
     ScriptedHost host;
     clsGrid grid;
+    Told told;
     std::unique_ptr<ctrlCell> view;
 };
 
 // The digits of a French keyboard stand behind Shift; the row's keys are scan codes 10 to 19 all the same.
 TEST_F(CellView, KeysAreReportedByMeaningByTypedTextAndByPlace) {
     using Qt::Key_Ampersand, Qt::Key_Eacute, Qt::Key_Agrave;
-    // Key, scan code, modifiers, text; k: KeyDown and its shift state, p: Keypress, c: CandidateChosen.
+    // Key, scan code, modifiers, text; what is told.
     const std::tuple<int, int, Qt::KeyboardModifiers, const char*, const char*> presses[] = {
         {Key_Eacute, 11, Qt::ShiftModifier, "2", "k0/1 p50"},
         {Key_Eacute, 11, Qt::NoModifier, "é", "k0/0 p50"},
@@ -46,21 +69,11 @@ TEST_F(CellView, KeysAreReportedByMeaningByTypedTextAndByPlace) {
         {Qt::Key_Left, 83, Qt::KeypadModifier, "", "k37/0"},
         {Qt::Key_Backspace, 22, Qt::NoModifier, "\b", "k8/0 p8"},
         {Qt::Key_End, 115, Qt::ControlModifier, "", "k35/2"}};
-    std::string reported;
-    const auto report = [&reported](const char* what, int code) {
-        reported += (reported.empty() ? "" : " ") + std::string(what) + std::to_string(code);
-    };
-    QObject::connect(view.get(), &ctrlCell::KeyDown, [&](int code, int shift) {
-        report("k", code);
-        reported += "/" + std::to_string(shift);
-    });
-    QObject::connect(view.get(), &ctrlCell::Keypress, [&](int key) { report("p", key); });
-    QObject::connect(view.get(), &ctrlCell::CandidateChosen, [&](int digit) { report("c", digit); });
     for (const auto& [key, scanCode, modifiers, text, expected] : presses) {
-        reported.clear();
+        told.Take();
         QKeyEvent event(QEvent::KeyPress, key, modifiers, quint32(scanCode), 0, 0, QString::fromUtf8(text));
         QApplication::sendEvent(view.get(), &event);
-        EXPECT_EQ(reported, expected) << text;
+        EXPECT_EQ(told.Take(), expected) << text;
     }
 }
 
@@ -84,17 +97,13 @@ TEST_F(CellView, IsANumberFieldForTheEarThatCanBePlayedIn) {
         EXPECT_EQ(spoken->text(QAccessible::Help).toStdString(), candidates);
     }
     EXPECT_TRUE(spoken->role() == QAccessible::SpinBox && spoken->state().readOnly);
-    std::string played;
-    QObject::connect(view.get(), &ctrlCell::Click, [&] { played += "click "; });
-    QObject::connect(view.get(), &ctrlCell::Keypress, [&](int key) { played += static_cast<char>(key); });
-    QObject::connect(view.get(), &ctrlCell::KeyDown,
-                     [&](int code) { played += "code " + std::to_string(code); });
+    told.Take();
     spoken->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     for (const int value : {5, 0, 10, -1}) {
         spoken->valueInterface()->setCurrentValue(value);
         QCoreApplication::processEvents();
     }
-    EXPECT_EQ(played, "click click 5click code 46");
+    EXPECT_EQ(told.Take(), "click click p53 click k46/0");
     view.reset();
     Cell().Value(4);  // a model outlives its views
 }

@@ -63,20 +63,15 @@ int ShiftStateOf(Qt::KeyboardModifiers modifiers) {
 
 }  // namespace
 
-ctrlCell::ctrlCell(QWidget* parent, const ColorTable::Colors& colors)
-    : QWidget(parent), backColor_(platform_qt::FromLowRed(colors[0])) {
+ctrlCell::ctrlCell(QWidget* parent, CellHolder& holder, const ColorTable::Colors& colors)
+    : QWidget(parent), holder_(holder), backColor_(platform_qt::FromLowRed(colors[0])) {
     InstallCellAccessibility();
     setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     lockedColor_ = platform_qt::FromLowRed(colors[3]);
     unlockedColor_ = platform_qt::FromLowRed(colors[4]);
+    maskColor_ = platform_qt::FromLowRed(colors[6]);
     lblValue_.color = unlockedColor_;
-    for (int d = 1; d <= 9; ++d) {
-        CellLabel& label = lblMask_[static_cast<std::size_t>(d - 1)];
-        label.text = DigitText(d);
-        label.color = platform_qt::FromLowRed(colors[6]);
-        label.visible = false;
-    }
 }
 
 ctrlCell::~ctrlCell() {
@@ -139,17 +134,24 @@ void ctrlCell::Locked(bool locked) {
 }
 
 bool ctrlCell::Mask(int d) const {
-    return d >= 1 && d <= 9 && lblMask(d).visible;
+    return d >= 1 && d <= 9 && lblMask_[static_cast<std::size_t>(d)];
 }
 
 void ctrlCell::Mask(int d, bool visible) {
     if (d < 1 || d > 9) return;
-    lblMask_[static_cast<std::size_t>(d - 1)].visible = visible;
+    lblMask_[static_cast<std::size_t>(d)] = visible;
     update();
 }
 
 void ctrlCell::DoSelect() {
-    emit Click();
+    holder_.ctrlCells_Click(*this);
+}
+
+void ctrlCell::Type(int digit) {
+    Trap("ctrlCell", "UserControl_KeyPress", [&] {
+        if (digit == 0) return holder_.ctrlCells_KeyDown(*this, KeyCode::Delete, 0);
+        holder_.ctrlCells_Keypress(*this, '0' + digit);
+    });
 }
 
 void ctrlCell::SetColors(const QColor& background, const QColor& unlocked, const QColor& locked) {
@@ -162,20 +164,17 @@ void ctrlCell::SetColors(const QColor& background, const QColor& unlocked, const
 
 void ctrlCell::SetColors(const QColor& background, const QColor& unlocked, const QColor& locked,
                          const QColor& mask) {
-    for (CellLabel& label : lblMask_) label.color = mask;
+    maskColor_ = mask;
     SetColors(background, unlocked, locked);
 }
 
 void ctrlCell::ManageMasks() {
     const bool show = lblValue_.text.isEmpty() && !noMask_ && cell_;
-    bool changed = false;
+    const std::bitset<10> before = lblMask_;
     for (int d = 1; d <= 9; ++d) {
-        CellLabel& label = lblMask_[static_cast<std::size_t>(d - 1)];
-        const bool visible = show && !cell_->Inhib(d) && cell_->Avail(d);
-        changed = changed || visible != label.visible;
-        label.visible = visible;
+        lblMask_[static_cast<std::size_t>(d)] = show && !cell_->Inhib(d) && cell_->Avail(d);
     }
-    if (changed) update();
+    if (lblMask_ != before) update();
 }
 
 QString ctrlCell::PlaceText() const {
@@ -191,8 +190,8 @@ QString ctrlCell::ValueText() const {
 QString ctrlCell::CandidatesText() const {
     if (!cell_ || !lblValue_.text.isEmpty()) return {};
     QStringList candidates;
-    for (const CellLabel& label : lblMask_) {
-        if (label.visible) candidates.append(label.text);
+    for (int d = 1; d <= 9; ++d) {
+        if (Mask(d)) candidates.append(DigitText(d));
     }
     if (noMask_) return QStringLiteral("chiffres d'aide masqués");
     if (candidates.isEmpty()) return QStringLiteral("aucun candidat");
@@ -222,13 +221,8 @@ void ctrlCell::ShowValue(std::uint8_t value) {
 }
 
 void ctrlCell::LayOut(double valueSize, double candidateSize) {
-    lblValue_.place = QRectF(rect());
-    lblValue_.pixelSize = valueSize;
-    const auto places = CandidatePlaces(lblValue_.place, DigitGlyphs::OfSize(candidateSize).Metrics());
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        lblMask_[i].place = places[i];
-        lblMask_[i].pixelSize = candidateSize;
-    }
+    valueSize_ = valueSize;
+    candidateSize_ = candidateSize;
     update();
 }
 
@@ -243,14 +237,17 @@ void ctrlCell::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), backColor_);
     if (current_) PaintFrame(painter);
-    if (lblValue_.visible && !lblValue_.text.isEmpty()) {
+    const QRectF area(rect());
+    if (!lblValue_.text.isEmpty()) {
         painter.setPen(platform_qt::Legible(lblValue_.color, backColor_));
-        DigitGlyphs::OfSize(lblValue_.pixelSize).Paint(painter, lblValue_.text, lblValue_.place);
+        DigitGlyphs::OfSize(valueSize_).Paint(painter, lblValue_.text, area);
     }
-    const DigitGlyphs& candidates = DigitGlyphs::OfSize(lblMask_.front().pixelSize);
-    painter.setPen(platform_qt::Legible(lblMask_.front().color, backColor_));
-    for (const CellLabel& label : lblMask_) {
-        if (label.visible) candidates.Paint(painter, label.text, label.place);
+    if (lblMask_.none()) return;
+    const DigitGlyphs& candidates = DigitGlyphs::OfSize(candidateSize_);
+    const auto places = CandidatePlaces(area, candidates.Metrics());
+    painter.setPen(platform_qt::Legible(maskColor_, backColor_));
+    for (int d = 1; d <= 9; ++d) {
+        if (Mask(d)) candidates.Paint(painter, DigitText(d), places[static_cast<std::size_t>(d - 1)]);
     }
 }
 
@@ -271,10 +268,10 @@ void ctrlCell::PaintFrame(QPainter& painter) const {
 void ctrlCell::mousePressEvent(QMouseEvent* event) {
     const bool right = event->button() == Qt::RightButton;
     if (event->button() != Qt::LeftButton && !right) return QWidget::mousePressEvent(event);
-    emit Click();
+    DoSelect();
     if (right && lblValue_.text.isEmpty()) {
         Trap("ctrlCell", "UserControl_MouseDown",
-             [&] { emit CandidateChosen(CandidateAt(event->position())); });
+             [&] { holder_.ctrlCells_CandidateChosen(*this, CandidateAt(event->position())); });
     }
 }
 
@@ -283,31 +280,33 @@ void ctrlCell::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
     const int digit = CandidateAt(event->position());
     if (event->button() != Qt::LeftButton || !Mask(digit)) return;
-    Trap("ctrlCell", "UserControl_DblClick", [&] { emit Keypress('0' + digit); });
+    Type(digit);
 }
 
 // The typed text comes first. Layouts that have their digits behind Shift enter them without it all the
 // same, by the place of the key.
 void ctrlCell::keyPressEvent(QKeyEvent* event) {
-    Trap("ctrlCell", "UserControl_KeyDown",
-         [&] { emit KeyDown(KeyCodeOf(event->key()), ShiftStateOf(event->modifiers())); });
+    Trap("ctrlCell", "UserControl_KeyDown", [&] {
+        holder_.ctrlCells_KeyDown(*this, KeyCodeOf(event->key()), ShiftStateOf(event->modifiers()));
+    });
     if (event->key() == Qt::Key_Space) platform_qt::Announce(CandidatesText());
     const Qt::KeyboardModifiers held = event->modifiers() & ~Qt::KeypadModifier;
     if (held & (Qt::AltModifier | Qt::MetaModifier)) return;
     if (held & Qt::ControlModifier) {
         const int digit = platform_qt::DigitKey(*event);
-        if (digit >= 0) Trap("ctrlCell", "UserControl_KeyDown", [&] { emit CandidateChosen(digit); });
+        if (digit >= 0)
+            Trap("ctrlCell", "UserControl_KeyDown", [&] { holder_.ctrlCells_CandidateChosen(*this, digit); });
         return;
     }
     int digit = platform_qt::TypedDigit(*event);
     if (digit < 0 && !held) digit = platform_qt::DigitKey(*event);
     if (digit < 0 && event->text().isEmpty()) return;
     const int typed = digit >= 0 ? '0' + digit : event->text().front().unicode();
-    Trap("ctrlCell", "UserControl_KeyPress", [&] { emit Keypress(typed); });
+    Trap("ctrlCell", "UserControl_KeyPress", [&] { holder_.ctrlCells_Keypress(*this, typed); });
 }
 
 // Whatever brings the keyboard here makes this the current cell.
 void ctrlCell::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    if (!current_) emit Click();
+    if (!current_) DoSelect();
 }

@@ -3,16 +3,16 @@
 
 #include <QBasicTimer>
 #include <QColor>
-#include <QRectF>
 #include <QString>
 #include <QWidget>
-#include <array>
+#include <bitset>
 #include <cstdint>
 
 #include "settings/ColorTable.h"
 
 class QPainter;
 class clsCell;
+class ctrlCell;
 class wGrid;
 
 // The classic key codes that KeyDown speaks of; every other key is 0.
@@ -34,24 +34,30 @@ inline constexpr int Control = 2;
 inline constexpr int Alt = 4;
 }  // namespace ShiftState
 
-// A place where a cell view paints a digit. Pixels are relative to the view.
-struct CellLabel {
-    QString text;
-    bool visible = true;
-    QColor color;
-    QRectF place;
-    double pixelSize = 0;
+// Whoever holds cell views is told what the player does in them.
+class CellHolder {
+  public:
+    virtual ~CellHolder() = default;
+
+    virtual void ctrlCells_Click(ctrlCell& cell) = 0;
+    // Every key, by its KeyCode and ShiftState.
+    virtual void ctrlCells_KeyDown(ctrlCell& cell, int keyCode, int shift) = 0;
+    // What was typed, digits of every keyboard as '0' to '9'.
+    virtual void ctrlCells_Keypress(ctrlCell& cell, int keyAscii) = 0;
+    // Candidate 1..9 was chosen to be excluded or readmitted; 0: all are to be readmitted.
+    virtual void ctrlCells_CandidateChosen(ctrlCell& cell, int digit) = 0;
 };
 
 // The view of one cell: its value as one large digit or, while it is empty, its candidates as nine small
-// ones. One widget that paints its labels itself. Listens to the bound cell, which it does not own and which
-// must outlive it or be unbound first.
+// ones. One widget that paints them itself. Listens to the bound cell, which it does not own and which must
+// outlive it or be unbound first.
 class ctrlCell : public QWidget {
     Q_OBJECT
 
   public:
-    // Takes its colours from the table: 0 background, 3 locked, 4 unlocked, 6 candidates.
-    ctrlCell(QWidget* parent, const ColorTable::Colors& colors);
+    // Takes its colours from the table: 0 background, 3 locked, 4 unlocked, 6 candidates. `holder` outlives
+    // it.
+    ctrlCell(QWidget* parent, CellHolder& holder, const ColorTable::Colors& colors);
     ~ctrlCell() override;
 
     clsCell* mCell() const { return cell_; }
@@ -89,6 +95,8 @@ class ctrlCell : public QWidget {
     void NoMask(bool hide) { noMask_ = hide; }
 
     void DoSelect();
+    // As its key does: enters 1..9, 0 empties the cell.
+    void Type(int digit);
     void SetColors(const QColor& background, const QColor& unlocked, const QColor& locked);
     void SetColors(const QColor& background, const QColor& unlocked, const QColor& locked,
                    const QColor& mask);
@@ -102,17 +110,12 @@ class ctrlCell : public QWidget {
     // Once a change is shown as a whole: it is told, if there is one.
     void TellChange();
 
-    const CellLabel& lblValue() const { return lblValue_; }
-    const CellLabel& lblMask(int d) const { return lblMask_[static_cast<std::size_t>(d - 1)]; }
-
-  signals:
-    void Click();
-    // Every key, by its KeyCode and ShiftState.
-    void KeyDown(int keyCode, int shift);
-    // What was typed, digits of every keyboard as '0' to '9'.
-    void Keypress(int keyAscii);
-    // Candidate 1..9 was chosen to be excluded or readmitted; 0: all are to be readmitted.
-    void CandidateChosen(int digit);
+    // The large digit as it is painted; no text for none.
+    struct Label {
+        QString text;
+        QColor color;
+    };
+    const Label& lblValue() const { return lblValue_; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -131,8 +134,12 @@ class ctrlCell : public QWidget {
 
     clsCell* cell_ = nullptr;
     wGrid* parentGrid_ = nullptr;
-    CellLabel lblValue_;
-    std::array<CellLabel, 9> lblMask_;
+    CellHolder& holder_;
+    Label lblValue_;
+    double valueSize_ = 0;  // pixels
+    double candidateSize_ = 0;
+    std::bitset<10> lblMask_;  // the candidates on view, by their digit
+    QColor maskColor_;
     QColor backColor_;
     QColor lockedColor_;
     QColor unlockedColor_;

@@ -60,15 +60,7 @@ class CellAccessible : public QAccessibleWidget,
         Cell().DoSelect();
         // Later: a message may come of it, and who asked must not wait for its end.
         QMetaObject::invokeMethod(
-            &Cell(),
-            [&cell = Cell(), digit] {
-                if (digit == 0) {
-                    emit cell.KeyDown(KeyCode::Delete, 0);
-                } else {
-                    emit cell.Keypress('0' + digit);
-                }
-            },
-            Qt::QueuedConnection);
+            &Cell(), [&cell = Cell(), digit] { cell.Type(digit); }, Qt::QueuedConnection);
     }
 
     // ---- The text of the value, which cannot be edited as a text.

@@ -56,15 +56,9 @@ wGrid::~wGrid() {
 void wGrid::Form_Load() {
     const ColorTable::Colors colors = ColorTable::FromSettings();
     for (int i = 1; i <= 81; ++i) {
-        auto* cell = new ctrlCell(this, colors);
+        auto* cell = new ctrlCell(this, *this, colors);
         cell->setObjectName(QStringLiteral("ctrlCells(%1)").arg(i));
         cell->ParentGrid(this);
-        connect(cell, &ctrlCell::Click, this, [this, i] { ctrlCells_Click(i); });
-        connect(cell, &ctrlCell::KeyDown, this,
-                [this, i](int code, int shift) { ctrlCells_KeyDown(i, code, shift); });
-        connect(cell, &ctrlCell::Keypress, this, [this, i](int code) { ctrlCells_Keypress(i, code); });
-        connect(cell, &ctrlCell::CandidateChosen, this,
-                [this, i](int digit) { ctrlCells_CandidateChosen(i, digit); });
         cells_[static_cast<std::size_t>(i - 1)] = cell;
     }
     document_->NoAutoMask(frame_.ManualMasks());
@@ -238,10 +232,9 @@ void wGrid::Unload() {
     emit Unloading(this);
 }
 
-void wGrid::ctrlCells_Click(int index) {
+void wGrid::ctrlCells_Click(ctrlCell& clicked) {
     Trap("wGrid", "ctrlCells_Click", [&] {
         const ColorTable::Colors colors = ColorTable::FromSettings();
-        ctrlCell& clicked = ctrlCells(index);
         for (ctrlCell* cell : cells_) {
             const bool current = cell == &clicked;
             cell->BackColor(platform_qt::FromLowRed(colors[current ? 1 : 0]));
@@ -255,12 +248,12 @@ void wGrid::ctrlCells_Click(int index) {
     });
 }
 
-void wGrid::ctrlCells_KeyDown(int index, int keyCode, int shift) {
+void wGrid::ctrlCells_KeyDown(ctrlCell& cell, int keyCode, int shift) {
     Trap("wGrid", "ctrlCells_KeyDown", [&] {
         if (keyCode == 0 || (shift & ShiftState::Alt)) return;
         const ctrlCell* current = frame_.Cell();
         // Before any cell was chosen the keys begin at the one that has the keyboard.
-        if (!current || current->ParentGrid() != this) return ctrlCells_Click(index);
+        if (!current || current->ParentGrid() != this) return ctrlCells_Click(cell);
         const int from = current->mCell()->GridIndex();
         const bool control = (shift & ShiftState::Control) != 0;
         int to = 0;
@@ -305,18 +298,16 @@ int wGrid::StepFrom(int index, int rows, int columns, bool toEmpty) const {
     return index;
 }
 
-void wGrid::ctrlCells_Keypress(int index, int keyAscii) {
+void wGrid::ctrlCells_Keypress(ctrlCell& cell, int keyAscii) {
     Trap("wGrid", "ctrlCells_Keypress", [&] {
-        ctrlCell& pressed = ctrlCells(index);
-        if (&pressed != frame_.Cell()) pressed.DoSelect();
+        if (&cell != frame_.Cell()) cell.DoSelect();
         if (keyAscii >= '1' && keyAscii <= '9') frame_.cmdValue_Click(keyAscii - '0');
     });
 }
 
-void wGrid::ctrlCells_CandidateChosen(int index, int digit) {
+void wGrid::ctrlCells_CandidateChosen(ctrlCell& cell, int digit) {
     Trap("wGrid", "ctrlCells_CandidateChosen", [&] {
-        ctrlCell& chosen = ctrlCells(index);
-        if (&chosen != frame_.Cell()) chosen.DoSelect();
+        if (&cell != frame_.Cell()) cell.DoSelect();
         frame_.ToggleCandidate(digit);
     });
 }

@@ -8,15 +8,15 @@
 #include <memory>
 
 #include "document/GridDocument.h"
+#include "document/window/ctrlCell.h"
 #include "settings/ColorTable.h"
 
 class MainFrame;
-class ctrlCell;
 
 // Shows one open grid: its 81 cell views and its lines. Passes on to the main window what is entered. Lives
 // in a sub-window of the main window's area. Public routines report failures through ShowError and end with
 // the default result.
-class wGrid : public QWidget {
+class wGrid : public QWidget, private CellHolder {
     Q_OBJECT
 
   public:
@@ -98,10 +98,10 @@ class wGrid : public QWidget {
     // The Tab key stops at the current cell of the active grid alone.
     void TabStop(bool on);
 
-    void ctrlCells_Click(int index);
-    void ctrlCells_KeyDown(int index, int keyCode, int shift);
-    void ctrlCells_Keypress(int index, int keyAscii);
-    void ctrlCells_CandidateChosen(int index, int digit);
+    void ctrlCells_Click(ctrlCell& clicked) override;
+    void ctrlCells_KeyDown(ctrlCell& cell, int keyCode, int shift) override;
+    void ctrlCells_Keypress(ctrlCell& cell, int keyAscii) override;
+    void ctrlCells_CandidateChosen(ctrlCell& cell, int digit) override;
     // Moves by rows and columns, as far as the grid goes; 0 when it does not. With `toEmpty` on to the next
     // empty cell.
     int StepFrom(int index, int rows, int columns, bool toEmpty) const;
