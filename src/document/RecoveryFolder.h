@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 // The folder of one running copy's recovery files, below the folder of all copies. Held by a lock as long as
 // this object lives, or until the process ends, whatever ends it; so a folder that can be locked is a copy's

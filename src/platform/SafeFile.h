@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 namespace platform {
 

@@ -9,15 +9,17 @@
 
 #include "platform/Host.h"
 #include "platform/SafeFile.h"
+#include "platform/qt/PrintSystem.h"
 #include "platform/qt/QtHost.h"
 #include "printing/PageLayout.h"
 #include "printing/PagePainter.h"
-#include "printing/PrintSystem.h"
 #include "printing/wPrinter.h"
 #include "settings/ColorTable.h"
 #include "settings/Settings.h"
 
 namespace {
+
+namespace PrintSystem = platform_qt::PrintSystem;
 
 constexpr int pdfResolution = 1200;  // dots per inch: what positions are rounded to
 constexpr double millimetresPerInch = 25.4;

@@ -15,13 +15,15 @@
 
 #include "diagnostics/ErrorHandling.h"
 #include "platform/qt/DialogParts.h"
+#include "platform/qt/PrintSystem.h"
 #include "platform/qt/QtHost.h"
 #include "printing/PageLayout.h"
-#include "printing/PrintSystem.h"
 #include "settings/HelpContexts.h"
 #include "settings/Settings.h"
 
 namespace {
+
+namespace PrintSystem = platform_qt::PrintSystem;
 
 const QString pdfFile = QStringLiteral("Fichier PDF");
 

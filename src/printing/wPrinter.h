@@ -11,10 +11,10 @@ class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 
-namespace PrintSystem {
+namespace platform_qt::PrintSystem {
 class PrinterQuery;
 struct Printers;
-}  // namespace PrintSystem
+}  // namespace platform_qt::PrintSystem
 
 struct PrintChoice {
     bool toFile = false;
@@ -42,14 +42,14 @@ class wPrinter : public QDialog {
   private:
     QWidget* BuildChoices();
     void Form_Load();
-    void FillPrinters(const PrintSystem::Printers& printers);
+    void FillPrinters(const platform_qt::PrintSystem::Printers& printers);
     void ShowPage();
 
     QComboBox* cboPrinter_;
     QButtonGroup* optOrientation_;  // 1 "Paysage", 0 "Portrait"
     QCheckBox* chkBlackWhite_ = nullptr;
     PagePreview* preview_;
-    std::unique_ptr<PrintSystem::PrinterQuery> query_;
+    std::unique_ptr<platform_qt::PrintSystem::PrinterQuery> query_;
     bool neverChosen_ = true;  // no printer is stored: the system's own comes first
     bool accepted_ = false;
 };

@@ -5,8 +5,8 @@
 
 #include "printing/PagePainter.h"
 #include "settings/Settings.h"
+#include "support/PrintingHost.h"
 #include "support/QtSupport.h"
-#include "support/ScriptedHost.h"
 
 // Runs a command to its end and returns what it wrote.
 inline QString OutputOf(const QString& program, const QStringList& arguments) {
@@ -16,23 +16,6 @@ inline QString OutputOf(const QString& program, const QStringList& arguments) {
         << program.toStdString() << ": " << process.readAllStandardError().toStdString();
     return QString::fromUtf8(process.readAllStandardOutput());
 }
-
-// A host with print commands of its own in front of the system's: what "lp" and "lpstat" do is a line of
-// shell.
-class PrintingHost : public ScriptedHost {
-  public:
-    PrintingHost() { qputenv("PATH", QByteArray::fromStdString(PathOf("bin")) + ":" + path_); }
-    ~PrintingHost() override { qputenv("PATH", path_); }
-
-    void Set(const std::string& command, const std::string& line) const {
-        std::filesystem::create_directory(PathOf("bin"));
-        WriteFile(PathOf("bin/" + command), "#!/bin/sh\n" + line + "\n");
-        std::filesystem::permissions(PathOf("bin/" + command), std::filesystem::perms::owner_all);
-    }
-
-  private:
-    QByteArray path_ = qgetenv("PATH");
-};
 
 // Every third cell is a value, every other one of those a given; the rest are candidates.
 inline PrintedGrid MixedGrid() {

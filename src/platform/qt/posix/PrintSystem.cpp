@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "printing/PrintSystem.h"
+#include "platform/qt/PrintSystem.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -9,12 +9,14 @@
 #include <algorithm>
 #include <unistd.h>
 
+namespace platform_qt::PrintSystem {
+
 namespace {
 
 using namespace std::chrono_literals;
 
 struct ToolAnswer {
-    PrintSystem::Outcome outcome = PrintSystem::Outcome::Failed;
+    Outcome outcome = Outcome::Failed;
     QString text;
 };
 
@@ -67,14 +69,14 @@ ToolAnswer RunTool(const QString& program, const QStringList& arguments, const Q
     ToolAnswer answer;
     if (!process.waitForFinished(static_cast<int>(first.count())) &&
         process.state() != QProcess::NotRunning) {
-        if (!WaitInWindow(process, bound - first, owner)) answer.outcome = PrintSystem::Outcome::Cancelled;
+        if (!WaitInWindow(process, bound - first, owner)) answer.outcome = Outcome::Cancelled;
     }
     if (process.state() != QProcess::NotRunning || process.error() == QProcess::FailedToStart) {
         EndTool(process);
         return answer;
     }
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) {
-        answer.outcome = PrintSystem::Outcome::Accepted;
+        answer.outcome = Outcome::Accepted;
     }
     answer.text = QString::fromUtf8(process.readAllStandardOutput());
     return answer;
@@ -89,9 +91,9 @@ bool IsStopped(const QString& state, const QString& printer) {
                        [&](const QString& line) { return line.startsWith(stopped); });
 }
 
-PrintSystem::Printers ParsePrinters(const QString& text) {
+Printers ParsePrinters(const QString& text) {
     static const QString defaultMark = QStringLiteral("system default destination: ");
-    PrintSystem::Printers printers;
+    Printers printers;
     for (const QString& line : text.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
         if (line.startsWith(defaultMark)) {
             printers.byDefault = line.mid(defaultMark.size());
@@ -103,8 +105,6 @@ PrintSystem::Printers ParsePrinters(const QString& text) {
 }
 
 }  // namespace
-
-namespace PrintSystem {
 
 PrinterQuery::PrinterQuery(std::chrono::milliseconds bound) {
     PrepareTool(process_, QStringLiteral("lpstat"), {QStringLiteral("-e"), QStringLiteral("-d")});
@@ -144,4 +144,4 @@ Outcome Send(const QString& printer, const QString& title, const QByteArray& pdf
         .outcome;
 }
 
-}  // namespace PrintSystem
+}  // namespace platform_qt::PrintSystem

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "printing/PrintSystem.h"
+#include "platform/qt/PrintSystem.h"
 
 #include <QPushButton>
 #include <QTest>
 
-#include "PrintingSupport.h"
+#include "support/PrintingHost.h"
+#include "support/QtSupport.h"
 
 namespace {
 
 using namespace std::chrono_literals;
+namespace PrintSystem = platform_qt::PrintSystem;
 using PrintSystem::Outcome;
 
 // The names, then the default.

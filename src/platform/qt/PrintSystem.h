@@ -12,7 +12,7 @@ class QWidget;
 
 // The system's printers, through the print system's own commands: they are processes, so a print server that
 // accepts and stays silent can be left waiting.
-namespace PrintSystem {
+namespace platform_qt::PrintSystem {
 
 using namespace std::chrono_literals;
 
@@ -32,7 +32,7 @@ class PrinterQuery : public QObject {
 
   signals:
     // Once, at the latest when the bound has passed; never before the event loop runs.
-    void Answered(const PrintSystem::Printers& printers);
+    void Answered(const platform_qt::PrintSystem::Printers& printers);
 
   private:
     void Answer();
@@ -48,4 +48,4 @@ enum class Outcome { Accepted, Failed, Cancelled };
 Outcome Send(const QString& printer, const QString& title, const QByteArray& pdf, QWidget* owner,
              std::chrono::milliseconds bound = 20s);
 
-}  // namespace PrintSystem
+}  // namespace platform_qt::PrintSystem
