@@ -2,7 +2,6 @@
 #include "document/LostGrids.h"
 
 #include <filesystem>
-#include <unistd.h>
 
 #include "document/RecoveryFile.h"
 #include "platform/SafeFile.h"
@@ -35,7 +34,8 @@ void LostGrids::PutAside(const std::string& file, const std::string& parent) {
 }
 
 void LostGrids::Remove() {
-    for (const std::string& file : files_) unlink(file.c_str());
+    std::error_code stays;
+    for (const std::string& file : files_) std::filesystem::remove(file, stays);
     for (RecoveryFolder& folder : folders_) {
         if (folder.Files().empty()) folder.Remove();
     }

@@ -2,13 +2,8 @@
 #include "document/RecoveryFolder.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 #include "platform/SafeFile.h"
@@ -23,7 +18,7 @@ constexpr std::string_view extension = ".nx3";
 
 // The number of a recovery file; 0 for every other name.
 int NumberOf(const fs::path& file) {
-    const std::string name = file.filename();
+    const std::string name = file.filename().string();
     int number = 0;
     if (!name.ends_with(extension)) return 0;
     const char* const digitsEnd = name.data() + name.size() - extension.size();
@@ -35,13 +30,13 @@ int NumberOf(const fs::path& file) {
 
 RecoveryFolder RecoveryFolder::New(const std::string& parent) {
     std::error_code failed;
-    if (fs::create_directories(parent, failed)) chmod(parent.c_str(), 0700);
+    if (fs::create_directories(parent, failed)) fs::permissions(parent, fs::perms::owner_all, failed);
     // A copy that starts just now may take the folder for abandoned, before it is locked: then another one.
     for (int tries = 0; tries < 10; ++tries) {
-        std::string path = parent + "/" + std::string(prefix) + "XXXXXX";
-        if (!mkdtemp(path.data())) return {};
+        const std::string path = platform::MakeOwnFolder(parent + "/" + std::string(prefix));
+        if (path.empty()) return {};
         RecoveryFolder made;
-        const Outcome outcome = Lock(path, O_CREAT, made);
+        const Outcome outcome = Lock(path, true, made);
         if (outcome == Outcome::Got) platform::SyncFolder(parent);
         // Without locks nobody could tell that this copy is running.
         if (outcome == Outcome::NoLock) fs::remove_all(path, failed);
@@ -55,10 +50,10 @@ std::vector<RecoveryFolder> RecoveryFolder::Abandoned(const std::string& parent)
     std::error_code failed;
     for (fs::directory_iterator entry(parent, failed), end; !failed && entry != end;
          entry.increment(failed)) {
-        const std::string path = entry->path();
+        const std::string path = entry->path().string();
         if (!entry->path().filename().string().starts_with(prefix)) continue;
         RecoveryFolder folder;
-        if (Lock(path, 0, folder) != Outcome::Got) continue;
+        if (Lock(path, false, folder) != Outcome::Got) continue;
         if (folder.Files().empty()) {
             folder.Remove();
         } else {
@@ -68,18 +63,14 @@ std::vector<RecoveryFolder> RecoveryFolder::Abandoned(const std::string& parent)
     return abandoned;
 }
 
-RecoveryFolder::Outcome RecoveryFolder::Lock(const std::string& path, int flags, RecoveryFolder& folder) {
-    const std::string name = path + std::string(lockName);
-    platform::Descriptor lock(open(name.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | flags, 0600));
-    if (!lock) return Outcome::NoLock;
-    if (flock(lock.Number(), LOCK_EX | LOCK_NB) != 0) {
-        return errno == EWOULDBLOCK ? Outcome::Taken : Outcome::NoLock;
+RecoveryFolder::Outcome RecoveryFolder::Lock(const std::string& path, bool make, RecoveryFolder& folder) {
+    auto lock = platform::FileLock::OfFile(path + std::string(lockName), make);
+    const Outcome outcome = lock.Try();
+    if (outcome == Outcome::Got) {
+        folder.path_ = path;
+        folder.lock_ = std::move(lock);
     }
-    struct stat held {};
-    if (fstat(lock.Number(), &held) != 0 || held.st_nlink == 0) return Outcome::Taken;
-    folder.path_ = path;
-    folder.lock_ = std::move(lock);
-    return Outcome::Got;
+    return outcome;
 }
 
 std::string RecoveryFolder::File(int number) const {
@@ -104,9 +95,9 @@ void RecoveryFolder::Remove() {
     if (!*this) return;
     std::error_code failed;
     for (fs::directory_iterator entry(path_, failed), end; !failed && entry != end; entry.increment(failed)) {
-        const std::string file = entry->path();
-        if (!file.ends_with(lockName)) unlink(file.c_str());
+        std::error_code stays;
+        if (!entry->path().string().ends_with(lockName)) fs::remove(entry->path(), stays);
     }
-    unlink((path_ + std::string(lockName)).c_str());
-    rmdir(path_.c_str());
+    fs::remove(path_ + std::string(lockName), failed);
+    fs::remove(path_, failed);
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/posix/Descriptor.h"
+#include "platform/FileLock.h"
 
 // The folder of one running copy's recovery files, below the folder of all copies. Held by a lock as long as
 // this object lives, or until the process ends, whatever ends it; so a folder that can be locked is a copy's
@@ -27,11 +27,10 @@ class RecoveryFolder {
     void Remove();
 
   private:
-    // How the lock of a folder is come by.
-    enum class Outcome { Got, Taken, NoLock };
-    // `flags`: O_CREAT to make the lock. Taken: another copy holds the folder, or has just removed it.
-    static Outcome Lock(const std::string& path, int flags, RecoveryFolder& folder);
+    using Outcome = platform::FileLock::Outcome;
+    // `make`: the lock, too. Taken: another copy holds the folder, or has just removed it.
+    static Outcome Lock(const std::string& path, bool make, RecoveryFolder& folder);
 
     std::string path_;
-    platform::Descriptor lock_;
+    platform::FileLock lock_;
 };

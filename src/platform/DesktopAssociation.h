@@ -5,7 +5,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 #include <vector>
 
 namespace platform {
@@ -76,7 +75,7 @@ class DesktopAssociation {
 
     DesktopFolders folders_;
     Icons icons_;
-    std::vector<pid_t> tools_;
+    std::vector<int> tools_;  // that may still run, by the numbers of their processes
 };
 
 }  // namespace platform

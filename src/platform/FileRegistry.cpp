@@ -5,11 +5,11 @@
 #include <functional>
 #include <optional>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 #include "platform/AsciiText.h"
 #include "platform/DesktopAssociation.h"
+#include "platform/FileRights.h"
 #include "platform/FolderLock.h"
 #include "platform/ProfileFile.h"
 #include "platform/SafeFile.h"
@@ -97,7 +97,7 @@ bool CanWrite(const std::string& file) {
     std::error_code ignored;  // a folder that is not there cannot be written
     const std::filesystem::path folder = std::filesystem::path(file).parent_path();
     std::filesystem::create_directories(folder, ignored);
-    return access((folder / ".").c_str(), W_OK | X_OK) == 0;
+    return CanWriteInto(folder.string());
 }
 
 // One read, change and write that no other copy of the program comes between.

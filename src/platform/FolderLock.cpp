@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/FolderLock.h"
 
-#include <cerrno>
 #include <chrono>
-#include <fcntl.h>
 #include <filesystem>
 #include <set>
-#include <sys/file.h>
 #include <thread>
 
 #include "platform/SafeFile.h"
@@ -37,33 +34,22 @@ void WaitShortly() {
     std::this_thread::sleep_for(microseconds(100 + uneven));
 }
 
-enum class Outcome { Got, Taken, NoLocksHere };
-
-Outcome Try(int descriptor) {
-    int result = 0;
-    do {
-        result = flock(descriptor, LOCK_EX | LOCK_NB);
-    } while (result != 0 && errno == EINTR);
-    if (result == 0) return Outcome::Got;
-    return errno == EWOULDBLOCK ? Outcome::Taken : Outcome::NoLocksHere;
-}
-
 }  // namespace
 
 FolderLock::FolderLock(const std::string& pathInFolder) {
     const std::filesystem::path folder = FolderOfFile(pathInFolder);
-    descriptor_ = Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!descriptor_) return;
+    lock_ = FileLock::OfFolder(folder);
+    if (!lock_) return;
     // The system keeps no queue: without a pause a copy that locks again and again would shut out all others.
     if (steady_clock::now() - TheMemory().released < politeTime) WaitShortly();
     auto& waitedInVain = TheMemory().waitedInVain;
     const auto deadline = steady_clock::now() + (waitedInVain.count(folder) > 0 ? seconds(0) : longestWait);
-    Outcome outcome = Try(descriptor_.Number());
-    while (outcome == Outcome::Taken && steady_clock::now() < deadline) {
+    auto outcome = lock_.Try();
+    while (outcome == FileLock::Outcome::Taken && steady_clock::now() < deadline) {
         WaitShortly();
-        outcome = Try(descriptor_.Number());
+        outcome = lock_.Try();
     }
-    mayWrite_ = outcome != Outcome::Taken;
+    mayWrite_ = outcome != FileLock::Outcome::Taken;
     if (mayWrite_) {
         waitedInVain.erase(folder);
     } else {
@@ -72,7 +58,7 @@ FolderLock::FolderLock(const std::string& pathInFolder) {
 }
 
 FolderLock::~FolderLock() {
-    if (descriptor_ && mayWrite_) TheMemory().released = steady_clock::now();
+    if (lock_ && mayWrite_) TheMemory().released = steady_clock::now();
 }
 
 }  // namespace platform

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/posix/Descriptor.h"
+#include "platform/FileLock.h"
 
 namespace platform {
 
@@ -22,7 +22,7 @@ class FolderLock {
     bool MayWrite() const { return mayWrite_; }
 
   private:
-    Descriptor descriptor_;
+    FileLock lock_;
     bool mayWrite_ = false;
 };
 

@@ -3,12 +3,11 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "platform/posix/Descriptor.h"
+#include "platform/SystemHandle.h"
 
 namespace platform {
 
@@ -50,7 +49,7 @@ class FileWatch {
     };
     std::optional<Times> Look() const;
 
-    Descriptor file_;
+    SystemHandle file_;
     std::optional<Times> seen_;
 };
 
@@ -58,6 +57,10 @@ class FileWatch {
 std::filesystem::path FolderOfFile(const std::filesystem::path& file);
 // Names that were made, renamed or removed in it are on disk then.
 void SyncFolder(const std::filesystem::path& folder);
+
+// A new folder for this user alone: the name's beginning, absolute, and signs that no other has. The whole
+// name; empty if it cannot be made.
+std::string MakeOwnFolder(std::string beginning);
 
 // True for a regular file (through links); false for folders, pipes, devices and missing names. Never waits.
 bool IsRegularFile(const std::string& path);

@@ -2,10 +2,7 @@
 #include "settings/SettingsFile.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
-#include <sys/statvfs.h>
-#include <unistd.h>
 #include <utility>
 
 #include "platform/AsciiText.h"
@@ -100,7 +97,7 @@ void SettingsFile::Change(const std::vector<ProfileChange>& changes) {
 
 SettingsFile::Failure SettingsFile::WritePending() {
     const platform::FolderLock lock(path_);
-    if (!lock.MayWrite()) return WhyNotLocked();
+    if (!lock.MayWrite()) return FailureOf(platform::ObstacleToFolder(path_));
     platform::ProfileFile profile;
     const FileState state = profile.Read(path_, limit);
     if (state == FileState::TooLarge) return Failure::TooLarge;
@@ -112,23 +109,26 @@ SettingsFile::Failure SettingsFile::WritePending() {
     const std::string after = profile.Bytes();
     if (after == before) return Failure::None;
     if (after.size() > limit) return Failure::TooLarge;  // it could not be read again
-    errno = 0;
-    return profile.Write(path_) ? Failure::None : WhyNotWritten(errno);
+    return profile.Write(path_) ? Failure::None : FailureOf(platform::ObstacleToReplacing(path_));
 }
 
-SettingsFile::Failure SettingsFile::WhyNotLocked() const {
-    const auto folder = platform::FolderOfFile(path_);
-    if (access(folder.c_str(), R_OK) == 0) return Failure::Busy;
-    return errno == EACCES ? Failure::FolderProtected : Failure::NoFolder;
-}
-
-SettingsFile::Failure SettingsFile::WhyNotWritten(int error) const {
-    const auto folder = platform::FolderOfFile(path_);
-    if (access(folder.c_str(), W_OK) != 0) return Failure::FolderProtected;
-    if (access(path_.c_str(), F_OK) == 0 && access(path_.c_str(), W_OK) != 0) return Failure::FileProtected;
-    struct statvfs space {};
-    const bool full = statvfs(folder.c_str(), &space) == 0 && space.f_bavail == 0;
-    return full || error == ENOSPC || error == EDQUOT ? Failure::DiskFull : Failure::Other;
+SettingsFile::Failure SettingsFile::FailureOf(platform::Obstacle obstacle) {
+    using platform::Obstacle;
+    switch (obstacle) {
+        case Obstacle::None:
+            return Failure::Busy;
+        case Obstacle::NoFolder:
+            return Failure::NoFolder;
+        case Obstacle::FolderProtected:
+            return Failure::FolderProtected;
+        case Obstacle::FileProtected:
+            return Failure::FileProtected;
+        case Obstacle::DiskFull:
+            return Failure::DiskFull;
+        case Obstacle::Other:
+            break;
+    }
+    return Failure::Other;
 }
 
 void SettingsFile::TellFailures() {

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/FileRights.h"
+#include "platform/FileRights.h"
 #include "platform/ProfileFile.h"
 
 namespace IniParamProcs {
@@ -79,8 +81,8 @@ class SettingsFile {
 
     void Keep(const ProfileChange& change);
     Failure WritePending();
-    Failure WhyNotLocked() const;
-    Failure WhyNotWritten(int error) const;
+    // None: it is only that another copy is at work there.
+    static Failure FailureOf(platform::Obstacle obstacle);
     void Tell();
 
     std::string path_;

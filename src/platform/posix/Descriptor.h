@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
+
+#include "platform/SystemHandle.h"
 
 namespace platform {
 
@@ -22,6 +26,13 @@ class Descriptor {
     int Number() const { return number_; }
     // A file system may report a failed write only now.
     bool Close() { return number_ >= 0 && close(std::exchange(number_, -1)) == 0; }
+
+    // All of the bytes, at the file's place; false when the system takes no more.
+    bool Write(std::string_view bytes) const;
+    // A name for what is open, whatever its own is, in this process and as long as it is open. Linux alone.
+    std::string Name() const { return "/proc/self/fd/" + std::to_string(number_); }
+    // Empty for none.
+    SystemHandle Handle() &&;
 
   private:
     int number_ = -1;

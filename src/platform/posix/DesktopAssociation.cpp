@@ -15,7 +15,9 @@
 #include <utility>
 
 #include "platform/AsciiText.h"
+#include "platform/FileRights.h"
 #include "platform/SafeFile.h"
+#include "platform/UserFolders.h"
 
 namespace fs = std::filesystem;
 
@@ -29,19 +31,6 @@ constexpr const char* entryFile = "/applications/ninarix.desktop";
 constexpr const char* launcherFile = "/ninarix/demarrer";
 constexpr const char* themeFolder = "/icons/hicolor";
 constexpr const char* drawingFile = "/scalable/apps/ninarix.svg";
-
-bool IsProgram(const std::string& path) {
-    return IsRegularFile(path) && access(path.c_str(), X_OK) == 0;
-}
-
-std::string FolderFromEnvironment(const char* variable) {
-    // The environment is read while the program starts, before anything else could change it.
-    const char* value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe)
-    std::string folder = value ? value : "";
-    if (!folder.starts_with('/')) return {};
-    while (folder.ends_with('/')) folder.pop_back();
-    return folder;
-}
 
 std::string_view CutField(std::string_view& line) {
     const std::string_view field = line.substr(0, line.find(':'));
@@ -178,11 +167,8 @@ std::string Launcher(std::string_view program) {
 
 DesktopFolders DesktopFolders::OfEnvironment() {
     DesktopFolders folders;
-    folders.own = FolderFromEnvironment("XDG_DATA_HOME");
-    if (folders.own.empty()) {
-        const std::string home = FolderFromEnvironment("HOME");
-        if (!home.empty()) folders.own = home + "/.local/share";
-    }
+    folders.own = DataFolder();
+    // The environment is read while the program starts, before anything else could change it.
     const char* value = std::getenv("XDG_DATA_DIRS");  // NOLINT(concurrency-mt-unsafe)
     std::string_view list = value && *value ? value : "/usr/local/share:/usr/share";
     while (!list.empty()) {
@@ -358,7 +344,7 @@ void DesktopAssociation::StartTool(const char* tool, const std::string& folder) 
 bool DesktopAssociation::ToolsEnded(std::chrono::milliseconds longest) {
     const auto deadline = std::chrono::steady_clock::now() + longest;
     for (;;) {
-        std::erase_if(tools_, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
+        std::erase_if(tools_, [](int process) { return waitpid(process, nullptr, WNOHANG) != 0; });
         if (tools_.empty()) return true;
         if (std::chrono::steady_clock::now() >= deadline) return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

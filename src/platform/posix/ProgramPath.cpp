@@ -5,9 +5,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
-#include <unistd.h>
 
-#include "platform/SafeFile.h"
+#include "platform/FileRights.h"
 
 namespace fs = std::filesystem;
 
@@ -15,17 +14,13 @@ namespace platform {
 
 namespace {
 
-bool IsProgram(const fs::path& path) {
-    return IsRegularFile(path.string()) && access(path.c_str(), X_OK) == 0;
-}
-
 fs::path FoundInPath(const fs::path& name) {
     const char* variable = std::getenv("PATH");  // NOLINT(concurrency-mt-unsafe): nothing else runs yet
     std::string_view folders = variable ? variable : "";
     while (!folders.empty()) {
         const std::string_view folder = folders.substr(0, folders.find(':'));
         folders.remove_prefix(std::min(folders.size(), folder.size() + 1));
-        if (fs::path found = fs::path(folder) / name; IsProgram(found)) return found;
+        if (fs::path found = fs::path(folder) / name; IsProgram(found.string())) return found;
     }
     return {};
 }
@@ -45,7 +40,7 @@ std::string ProgramPath(std::string_view startedAs) {
     const fs::path name(startedAs);
     std::error_code failed;
     const fs::path found = name.has_parent_path() ? name : FoundInPath(name);
-    if (!name.empty() && IsProgram(found)) {
+    if (!name.empty() && IsProgram(found.string())) {
         const fs::path whole = fs::absolute(found, failed);
         if (!failed) return WithoutEmptySteps(whole).string();
     }

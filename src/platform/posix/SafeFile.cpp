@@ -3,10 +3,9 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
+#include <chrono>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
@@ -17,21 +16,12 @@
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
-#include <utility>
+
+#include "platform/posix/Descriptor.h"
 
 namespace platform {
 
 namespace {
-
-bool WriteAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
 
 // As stat does it; but no name holds a NUL, and cut there it would be another file's.
 bool Look(const std::string& path, struct stat& status) {
@@ -49,9 +39,9 @@ FileStamp StampOf(const struct stat& status) {
             Nanoseconds(status.st_mtim)};
 }
 
-FileStamp StampOf(int descriptor) {
+FileStamp StampOf(const Descriptor& file) {
     struct stat status {};
-    return fstat(descriptor, &status) == 0 ? StampOf(status) : FileStamp();
+    return fstat(file.Number(), &status) == 0 ? StampOf(status) : FileStamp();
 }
 
 constexpr std::string_view temporaryPrefix = ".ninarix-";
@@ -69,7 +59,7 @@ class TemporaryFile {
   public:
     // `mode` is narrowed by the process's own mask, as that of any new file.
     TemporaryFile(const std::filesystem::path& folder, mode_t mode) : file_(Make(folder, mode, path_)) {
-        if (file_.Number() >= 0) flock(file_.Number(), LOCK_EX | LOCK_NB);
+        if (file_) flock(file_.Number(), LOCK_EX | LOCK_NB);
     }
     ~TemporaryFile() {
         if (!path_.empty()) unlink(path_.c_str());
@@ -77,7 +67,7 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    int Number() const { return file_.Number(); }
+    const Descriptor& File() const { return file_; }
     const std::filesystem::path& Path() const { return path_; }
     bool Close() { return file_.Close(); }
     bool Rename(const std::filesystem::path& name) {
@@ -128,9 +118,9 @@ void CopyAttributes(const std::filesystem::path& from, const struct stat& status
     fchmod(to, status.st_mode & (given ? 07777 : 0777));
 }
 
-bool Overwrite(int descriptor, std::string_view bytes) {
-    return lseek(descriptor, 0, SEEK_SET) == 0 && WriteAll(descriptor, bytes) &&
-           ftruncate(descriptor, static_cast<off_t>(bytes.size())) == 0 && fsync(descriptor) == 0;
+bool Overwrite(const Descriptor& file, std::string_view bytes) {
+    return lseek(file.Number(), 0, SEEK_SET) == 0 && file.Write(bytes) &&
+           ftruncate(file.Number(), static_cast<off_t>(bytes.size())) == 0 && fsync(file.Number()) == 0;
 }
 
 // Writes a file that has other names too, through all of them. `complete` holds the bytes already: it stays,
@@ -140,7 +130,7 @@ bool WriteInPlace(const std::filesystem::path& target, std::string_view bytes, T
     std::string old;
     if (ReadWholeFile(target, old) != FileState::Read) return false;
     const Descriptor file(open(target.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
-    if (file.Number() < 0) return false;
+    if (!file) return false;
     // The disk is asked for the room before a byte of the old content goes. Not every file system can tell.
     const bool room = fallocate(file.Number(), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(bytes.size())) == 0;
     if (!room && errno != EOPNOTSUPP && errno != EINVAL) return false;
@@ -150,12 +140,12 @@ bool WriteInPlace(const std::filesystem::path& target, std::string_view bytes, T
         return false;
     }
     SyncFolder(FolderOfFile(target));
-    if (!Overwrite(file.Number(), bytes)) {
+    if (!Overwrite(file, bytes)) {
         // Where even the old content cannot be put back, the new one is not thrown away too.
-        if (!Overwrite(file.Number(), old)) complete.Keep();
+        if (!Overwrite(file, old)) complete.Keep();
         return false;
     }
-    if (stamp) *stamp = StampOf(file.Number());
+    if (stamp) *stamp = StampOf(file);
     return true;
 }
 
@@ -163,7 +153,7 @@ bool WriteInPlace(const std::filesystem::path& target, std::string_view bytes, T
 void RemoveIfForgotten(int folder, const char* name) {
     const Descriptor file(openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
-    if (file.Number() < 0 || fstat(file.Number(), &status) != 0) return;
+    if (!file || fstat(file.Number(), &status) != 0) return;
     const bool own = S_ISREG(status.st_mode) && status.st_uid == geteuid();
     if (!own || std::time(nullptr) - status.st_mtim.tv_sec < 3600) return;
     if (flock(file.Number(), LOCK_EX | LOCK_NB) == 0) unlinkat(folder, name, 0);
@@ -190,13 +180,14 @@ void RemoveForgottenFiles(const std::filesystem::path& folder) {
 
 }  // namespace
 
-std::filesystem::path FolderOfFile(const std::filesystem::path& file) {
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-}
-
 void SyncFolder(const std::filesystem::path& folder) {
     const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor) fsync(descriptor.Number());
+}
+
+std::string MakeOwnFolder(std::string beginning) {
+    beginning += "XXXXXX";
+    return mkdtemp(beginning.data()) ? beginning : std::string();
 }
 
 std::optional<FileStamp> FileStamp::Of(const std::string& path) {
@@ -207,11 +198,11 @@ std::optional<FileStamp> FileStamp::Of(const std::string& path) {
 
 // Opened as a place only: the content stays closed, and no pipe can make the call wait.
 FileWatch::FileWatch(const std::string& path)
-    : file_(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)), seen_(Look()) {}
+    : file_(Descriptor(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC)).Handle()), seen_(Look()) {}
 
 std::optional<FileWatch::Times> FileWatch::Look() const {
     struct stat status {};
-    if (!file_ || fstat(file_.Number(), &status) != 0) return std::nullopt;
+    if (!file_ || fstat(file_->Number(), &status) != 0) return std::nullopt;
     // Replaced or removed, it has no name any more.
     if (!S_ISREG(status.st_mode) || status.st_nlink == 0) return std::nullopt;
     return Times{Nanoseconds(status.st_mtim), Nanoseconds(status.st_ctim)};
@@ -219,33 +210,6 @@ std::optional<FileWatch::Times> FileWatch::Look() const {
 
 bool FileWatch::Unchanged() const {
     return seen_ && Look() == seen_;
-}
-
-bool FileStamp::IsSettled(std::int64_t now) const {
-    constexpr std::int64_t second = 1'000'000'000;
-    constexpr std::int64_t tick = second / 50;  // systems stamp files every 1 to 10 ms
-    // Whole seconds: a file system that does not know smaller ones.
-    return std::abs(now - modified) > (modified % second == 0 ? 2 * second : tick);
-}
-
-std::string FileStamp::Text() const {
-    return std::to_string(device) + ':' + std::to_string(inode) + ':' + std::to_string(size) + ':' +
-           std::to_string(modified);
-}
-
-std::optional<FileStamp> FileStamp::Parse(std::string_view text) {
-    const char* place = text.data();
-    const char* const end = place + text.size();
-    const auto number = [&](auto& value, bool last) {
-        const auto [stop, error] = std::from_chars(place, end, value);
-        place = stop;
-        if (error != std::errc() || last) return error == std::errc() && place == end;
-        return place != end && *place++ == ':';
-    };
-    FileStamp stamp;
-    const bool whole = number(stamp.device, false) && number(stamp.inode, false) &&
-                       number(stamp.size, false) && number(stamp.modified, true);
-    return whole ? std::optional(stamp) : std::nullopt;
 }
 
 bool IsRegularFile(const std::string& path) {
@@ -261,7 +225,7 @@ FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64
     if (!S_ISREG(status.st_mode)) return FileState::NotAFile;
     // Should the name have become a pipe by now, opening it does not wait either.
     const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (file.Number() < 0) return missing() ? FileState::Missing : FileState::Unreadable;
+    if (!file) return missing() ? FileState::Missing : FileState::Unreadable;
     if (fstat(file.Number(), &status) != 0) return FileState::Unreadable;
     if (!S_ISREG(status.st_mode)) return FileState::NotAFile;
     if (static_cast<std::uint64_t>(status.st_size) > limit) return FileState::TooLarge;
@@ -283,6 +247,7 @@ FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64
 }
 
 bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* stamp, Durability durability) {
+    errno = 0;  // for ObstacleToReplacing
     std::error_code failed;
     std::filesystem::path target = path;
     struct stat old {};
@@ -301,13 +266,13 @@ bool ReplaceFile(const std::string& path, std::string_view bytes, FileStamp* sta
 
     const std::filesystem::path folder = FolderOfFile(target);
     TemporaryFile temporary(folder, exists ? 0600 : 0666);
-    if (temporary.Number() < 0 || !WriteAll(temporary.Number(), bytes)) return false;
-    if (exists) CopyAttributes(target, old, temporary.Number());
+    if (!temporary.File() || !temporary.File().Write(bytes)) return false;
+    if (exists) CopyAttributes(target, old, temporary.File().Number());
     // A file that is written in place is no whole one for a moment: then the copy must be.
     const bool inPlace = exists && old.st_nlink > 1;
     const bool onDisk = durability == Durability::OnDisk;
-    if ((onDisk || inPlace) && fsync(temporary.Number()) != 0) return false;
-    const FileStamp written = StampOf(temporary.Number());
+    if ((onDisk || inPlace) && fsync(temporary.File().Number()) != 0) return false;
+    const FileStamp written = StampOf(temporary.File());
     if (!temporary.Close()) return false;
     if (inPlace) return WriteInPlace(target, bytes, temporary, stamp);
     if (!temporary.Rename(target)) return false;
