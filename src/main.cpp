@@ -5,32 +5,18 @@
 #include <QSessionManager>
 #include <span>
 #include <thread>
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
 
+#include "platform/Process.h"
 #include "platform/qt/EndSignals.h"
 #include "platform/qt/ProgramStyle.h"
 #include "platform/qt/QtHost.h"
 #include "shell/TerminalWords.h"
 #include "shell/wMain.h"
 
-namespace {
-
-// Threads of the toolkit's and of the program's own that allocate a little now and then would each get a
-// heap.
-void ShareOneHeap() {
-#ifdef __GLIBC__
-    mallopt(M_ARENA_MAX, 1);
-#endif
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
     const std::span words(argv, static_cast<std::size_t>(argc));
     if (const auto answered = AnswerOnTerminal(words, NINARIX_VERSION)) return *answered;
-    ShareOneHeap();
+    platform::ShareOneHeap();
     QApplication application(argc, argv);
     QApplication::setStyle(new platform_qt::ProgramStyle);  // the application owns it
     QApplication::setApplicationName(QStringLiteral("Ninarix"));

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "document/RecoveryStore.h"
 
-#include <cerrno>
-#include <sys/resource.h>
-#include <unistd.h>
+#include <filesystem>
 #include <utility>
 
 #include "document/RecoveryFile.h"
+#include "platform/Process.h"
 #include "platform/SafeFile.h"
 
 RecoveryStore::~RecoveryStore() {
@@ -44,7 +43,7 @@ void RecoveryStore::Leave() {
 }
 
 void RecoveryStore::Run() {
-    setpriority(PRIO_PROCESS, 0, 10);  // this thread's alone: who plays goes first
+    platform::LowerThreadPriority();  // who plays goes first
     std::unique_lock lock(mutex_);
     while (true) {
         changed_.wait(lock, [this] { return ending_ || !waiting_.empty(); });
@@ -66,7 +65,11 @@ void RecoveryStore::Run() {
 
 // No memory is a failure like a full disk.
 bool RecoveryStore::Write(int grid, const std::optional<GridSnapshot>& snapshot) try {
-    if (!snapshot) return unlink(folder_.File(grid).c_str()) == 0 || errno == ENOENT;
+    if (!snapshot) {
+        std::error_code failed;
+        std::filesystem::remove(folder_.File(grid), failed);  // a missing one is no failure
+        return !failed;
+    }
     if (!folder_) folder_ = RecoveryFolder::New(parent_);
     return folder_ && platform::ReplaceFile(folder_.File(grid), RecoveryFile::Text(*snapshot));
 } catch (const std::exception&) {

@@ -11,13 +11,14 @@
 #include <QStringConverter>
 #include <QTranslator>
 #include <QVersionNumber>
-#include <ctime>
 #include <filesystem>
 #include <utility>
 
 #include "platform/DesktopAssociation.h"
 #include "platform/FileRegistry.h"
+#include "platform/Process.h"
 #include "platform/ProgramPath.h"
+#include "platform/UserFolders.h"
 #include "platform/qt/AssociationIcons.h"
 #include "platform/qt/DialogParts.h"
 #include "platform/qt/QtFileDialogs.h"
@@ -64,12 +65,8 @@ class QtEventPump : public platform::EventPump {
 
 class SteadyClock : public platform::Clock {
   public:
-    // A few milliseconds are fine enough for a limit of a minute, and a fifth of the price.
-    std::chrono::nanoseconds Now() const override {
-        timespec now{};
-        clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-        return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
-    }
+    // Fine enough for a limit of a minute.
+    std::chrono::nanoseconds Now() const override { return platform::CoarseTime(); }
 };
 
 class ClockSeeds : public platform::SeedSource {
@@ -120,13 +117,7 @@ class QtApplication : public platform::Application {
     int MajorVersion() const override { return Version().majorVersion(); }
     int MinorVersion() const override { return Version().minorVersion(); }
     std::string CommandLine() const override { return commandLine_; }
-    // Only absolute folders count in the environment.
-    std::string StateFolder() const override {
-        const QString state = qEnvironmentVariable("XDG_STATE_HOME");
-        const QString home = qEnvironmentVariable("HOME");
-        if (state.startsWith(QLatin1Char('/'))) return ToUtf8(state) + "/ninarix";
-        return home.startsWith(QLatin1Char('/')) ? ToUtf8(home) + "/.local/state/ninarix" : std::string();
-    }
+    std::string StateFolder() const override { return platform::StateFolder(); }
     std::string HelpFile() const override { return helpFile_; }
     void HelpFile(const std::string& path) override { helpFile_ = path; }
 
