@@ -6,11 +6,10 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QStringList>
-#include <fcntl.h>
 #include <filesystem>
 #include <map>
-#include <unistd.h>
 
+#include "platform/FolderAlias.h"
 #include "platform/qt/DialogParts.h"
 #include "platform/qt/QtHost.h"
 
@@ -62,11 +61,6 @@ std::string EntryShownAs(const fs::path& folder, const QString& name) {
 class BytesFileDialog : public QFileDialog {
   public:
     explicit BytesFileDialog(const platform::FileQuestion& question);
-    ~BytesFileDialog() override {
-        for (const auto& [name, folder] : entered_) ::close(folder.descriptor);
-    }
-    BytesFileDialog(const BytesFileDialog&) = delete;
-    BytesFileDialog& operator=(const BytesFileDialog&) = delete;
 
     // Empty text without a choice.
     std::string Chosen() const;
@@ -75,7 +69,7 @@ class BytesFileDialog : public QFileDialog {
   private:
     struct Folder {
         std::string path;
-        int descriptor = -1;
+        platform::FolderAlias alias;
     };
 
     // False: there is no such folder.
@@ -110,10 +104,10 @@ BytesFileDialog::BytesFileDialog(const platform::FileQuestion& question)
 bool BytesFileDialog::Enter(const std::string& folder) {
     QString name = FromUtf8(folder);
     if (!folder.empty() && !QDir(name).exists()) {
-        const int descriptor = ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-        if (descriptor < 0) return false;
-        name = QStringLiteral("/proc/self/fd/%1").arg(descriptor);
-        entered_[name] = {folder, descriptor};
+        platform::FolderAlias alias(folder);
+        name = FromUtf8(alias.Name());
+        if (name.isEmpty()) return false;
+        entered_[name] = {folder, std::move(alias)};
     }
     if (folder.empty() || !QDir(name).exists()) return false;
     setDirectory(name);

@@ -6,9 +6,9 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <chm_lib.h>
-#include <fcntl.h>
-#include <string>
-#include <sys/mman.h>
+#include <string_view>
+
+#include "platform/SealedCopy.h"
 
 namespace {
 
@@ -24,15 +24,6 @@ std::optional<QByteArray> WholeFile(const QString& path) {
     return file.readAll();
 }
 
-// The library opens its file by name and reads on as long as it is open: so it gets the name of a copy of
-// the checked bytes, which nobody can change any more. No file, not even a full disk, can get in between.
-bool CopySealed(const QByteArray& bytes, QFile& copy) {
-    const int descriptor = memfd_create("help", MFD_CLOEXEC | MFD_ALLOW_SEALING);
-    return descriptor >= 0 && copy.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle) &&
-           copy.write(bytes) == bytes.size() && copy.flush() &&
-           fcntl(descriptor, F_ADD_SEALS, F_SEAL_WRITE | F_SEAL_SHRINK | F_SEAL_GROW) == 0;
-}
-
 }  // namespace
 
 QByteArray ChmFile::DigestOf(const QByteArray& bytes) {
@@ -41,9 +32,12 @@ QByteArray ChmFile::DigestOf(const QByteArray& bytes) {
 
 std::unique_ptr<ChmFile> ChmFile::Open(const QString& path, const QByteArray& digest) {
     const std::optional<QByteArray> bytes = WholeFile(path);
-    QFile copy;
-    if (!bytes || DigestOf(*bytes) != digest || !CopySealed(*bytes, copy)) return nullptr;
-    chmFile* opened = chm_open(("/proc/self/fd/" + std::to_string(copy.handle())).c_str());
+    if (!bytes || DigestOf(*bytes) != digest) return nullptr;
+    // The library opens its file by name and reads on as long as it is open: so it gets the name of a copy of
+    // the checked bytes.
+    const platform::SealedCopy copy(
+        std::string_view(bytes->constData(), static_cast<std::size_t>(bytes->size())));
+    chmFile* opened = copy.Name().empty() ? nullptr : chm_open(copy.Name().c_str());
     if (!opened) return nullptr;
     std::unique_ptr<ChmFile> file(new ChmFile(opened));
     if (!chm_enumerate(opened, CHM_ENUMERATE_ALL, &ChmFile::Collect, file.get())) return nullptr;
