@@ -215,13 +215,20 @@ asks() { # a second window of the main window's title, which is younger, has the
     both=$(xdotool search --onlyvisible --name '^Ninarix$' | sort -n) && [ "$(wc -l <<<"$both")" -eq 2 ] &&
         is_front Ninarix && [ "$front" = "${both##*$'\n'}" ]
 }
+kept() { compgen -G "$HOME/.local/state/ninarix/recovery/*/1.nx3"; }
+kept_anew() { # OLD: for a moment both are there, and a program that is killed then leaves both
+    local now
+    now=$(kept) && [ "$now" != "$1" ] && [ "$(wc -l <<<"$now")" -eq 1 ]
+}
 restart() { # and take what comes back
+    local old
+    old=$(kept)
     start
     until_true 'the start asks' asks
     key Return
     main 'Ninarix - branch'
+    until_true 'it is kept anew' kept_anew "$old"
 }
-kept() { compgen -G "$HOME/.local/state/ninarix/recovery/*/1.nx3"; }
 click_cell 1 3 4
 until_true 'the grid is kept' kept
 kill -TERM "$app"
