@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/FileRights.h"
-#include "platform/FileRights.h"
 #include "platform/ProfileFile.h"
 
 namespace IniParamProcs {
