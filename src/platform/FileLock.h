@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <utility>
 
 #include "platform/SystemHandle.h"
 
