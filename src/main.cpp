@@ -13,6 +13,19 @@
 #include "shell/TerminalWords.h"
 #include "shell/wMain.h"
 
+namespace {
+
+// Of a picture without sizes the toolkit makes one of 128 pixels too, which costs 64 kB. Desktops take their
+// large icons from the menu entry.
+QIcon WindowIcon() {
+    const QIcon drawn(QStringLiteral(":/icons/Ninarix.svg"));
+    QIcon icon;
+    for (const int side : {16, 32, 64}) icon.addPixmap(drawn.pixmap(side));
+    return icon;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
     const std::span words(argv, static_cast<std::size_t>(argc));
     if (const auto answered = AnswerOnTerminal(words, NINARIX_VERSION)) return *answered;
@@ -24,7 +37,7 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("ninarix"));
     // The list of fonts is read beside everything that needs no text yet; alone it took 5 ms of the start.
     const std::jthread fonts([] { static_cast<void>(QFontInfo(QFont()).pixelSize()); });
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/Ninarix.svg")));
+    QApplication::setWindowIcon(WindowIcon());
     platform_qt::InstallFrenchTexts();
 
     // What the toolkit left of the words, before it decodes them.
