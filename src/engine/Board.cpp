@@ -32,10 +32,10 @@ void Board::Fill(int cell, int digit) {
     for (int other = 1; other <= 9; ++other) cells_[other] -= alone;
     if (digit == 0) {
         open_ |= alone;
-        return;
+    } else {
+        cells_[digit] |= alone;
+        open_ -= alone;
     }
-    cells_[digit] |= alone;
-    open_ -= alone;
     assert(IsConsistent());
 }
 
@@ -55,6 +55,7 @@ bool Board::HasClash() const {
 }
 
 bool Board::FillSingles() {
+    for (int digit = 1; digit <= 9; ++digit) assert((PeersOfAll(Holders(digit)) & Places(digit)).Empty());
     EngineArray<CellSet, 10> singles;  // by digit
     while (!Full()) {
         CellSet some, several;  // cells with at least one, at least two digits
@@ -66,6 +67,7 @@ bool Board::FillSingles() {
             singles[digit] = cells.AloneInBox();
             emptyBoxes |= cells.EmptyBoxes();
         }
+        // The guards are no cells, but one question answers both.
         if (!(CellSet{emptyBoxes} | (open_ - some)).Empty()) return false;
 
         const CellSet naked = open_ - several;
@@ -73,6 +75,8 @@ bool Board::FillSingles() {
         for (int digit = 1; digit <= 9; ++digit) {
             singles[digit] = (singles[digit] & open_) | (cells_[digit] & naked);
             if (singles[digit].Empty()) continue;
+            // A single must not be the cell of another digit's single, nor a peer of another one of its own
+            // digit.
             const CellSet taken = filled | PeersOfAll(singles[digit]);
             if (!(singles[digit] & taken).Empty()) return false;
             cells_[digit] -= taken;
@@ -96,7 +100,7 @@ CellSet Board::CellsWithOneCandidate() const {
 }
 
 CellSet Board::CellsWithFewestCandidates() const {
-    // The number of candidates of each cell in binary, one set for each of its four digits, lowest first.
+    // The number of candidates of each cell in binary, one set for each bit, lowest first.
     EngineArray<CellSet, 4> counts;
     for (int digit = 1; digit <= 9; ++digit) {
         CellSet carry = Places(digit);
@@ -106,6 +110,7 @@ CellSet Board::CellsWithFewestCandidates() const {
             carry &= before;
         }
     }
+    // From the highest bit down the cells without it, if there are any.
     CellSet fewest = counts[0] | counts[1] | counts[2] | counts[3];
     for (int bit = 3; bit >= 0; --bit)
         if (const CellSet fewer = fewest - counts[bit]; !fewer.Empty()) fewest = fewer;
@@ -136,7 +141,7 @@ bool Board::IsConsistent() const {
         twice |= held & Holders(digit);
         held |= Holders(digit);
     }
-    return twice.Empty() && (held ^ open_).Size() == 81;
+    return twice.Empty() && (held | open_).Size() == 81;
 }
 
 }  // namespace Global

@@ -13,7 +13,7 @@ namespace Global {
 //     in the set of d   | d is candidate | d stands there
 //     in no other set   | naked single   | always
 //
-// Everything else is asked of these ten sets. Cells 1..81, digits 1..9, unchecked.
+// Everything else is asked of these nine sets and of the open cells. Cells 1..81, digits 1..9, unchecked.
 class Board {
   public:
     // Every cell open, every digit a candidate everywhere.
@@ -41,6 +41,7 @@ class Board {
     // Fills naked singles, and digits with one place left in their box, until there is none. False: a
     // contradiction, that is, an open cell without candidate, a digit without a place in a box, two digits
     // for a cell, or two cells for a digit. The grid can then never become full, and the next call fails too.
+    // No candidate may share a unit with a holder of its digit: see ExcludeHolders.
     bool FillSingles();
 
     CellSet CellsWithOneCandidate() const;
@@ -59,7 +60,7 @@ class Board {
     bool AnyGuessAllowed() const;
 
   private:
-    // The table above.
+    // Every filled cell is in the set of one digit.
     bool IsConsistent() const;
 
     EngineArray<CellSet, 10> cells_;  // by digit

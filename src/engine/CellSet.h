@@ -16,7 +16,7 @@ namespace Global {
 //     lower    box 6   box 5   box 4   box 3   box 2   box 1
 //     upper                            box 9   box 8   box 7
 //
-// The lowest nine of the ten are the box's cells, row by row. The tenth, the guard, is 0 in every set: it
+// The lowest nine of the ten are the box's cells, row by row. The tenth, the guard, is in no set of cells: it
 // takes the carry when all boxes are counted at once.
 //
 // Both words stand in one vector register, so that a set costs what a word costs.
@@ -39,7 +39,8 @@ struct CellSet {
     // The members that stand alone in their box.
     CellSet AloneInBox() const {
         const Words others = words & WithoutFirst();
-        // 511 brings any rest to the guard.
+        // What is left in a box carries into its guard when 511 is added; the guard minus its box's lowest
+        // bit is the box's nine cells.
         const Words crowded = (others + (guards - firsts)) & guards;
         return {words & ~(crowded - (crowded >> 9))};
     }
@@ -72,9 +73,9 @@ constexpr CellSet CellsWhere(Belongs belongs) {
     return CellSet{CellSet::Words{lower, upper}};
 }
 
-// What the search looks up.
+// Looked up, made by the compiler.
 struct CellSets {
-    EngineArray<CellSet, 82> cells;  // the cell alone
+    EngineArray<CellSet, 82> alone;  // the cell itself
     EngineArray<CellSet, 82> peers;  // the cells that share a unit with it, itself not among them
     EngineArray<CellSet, 10> rows, cols, boxes;
     // The cell of a bit of `lower`, and from 64 on of `upper`.
@@ -85,7 +86,7 @@ constexpr CellSets MakeCellSets() {
     CellSets result;
     for (int cell = 1; cell <= 81; ++cell) {
         const CellUnits units = unitsOf[cell];
-        result.cells[cell] = CellsWhere([=](int other) { return other == cell; });
+        result.alone[cell] = CellsWhere([=](int other) { return other == cell; });
         result.peers[cell] = CellsWhere([=](int other) {
             const CellUnits others = unitsOf[other];
             return other != cell &&
@@ -108,7 +109,7 @@ constexpr CellSets MakeCellSets() {
 inline constexpr CellSets cellSets = MakeCellSets();
 
 inline CellSet CellSet::Of(int cell) {
-    return cellSets.cells[cell];
+    return cellSets.alone[cell];
 }
 
 template <class Visit>

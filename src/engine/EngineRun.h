@@ -11,8 +11,6 @@ class RangeClass;
 
 namespace Global {
 
-class Board;
-
 // By cell 1..81; 0 for none.
 using Digits = EngineArray<std::uint8_t, 82>;
 
@@ -33,20 +31,20 @@ class EngineRun {
     // user is asked to go on after each `limit` attempts.
     Ending SolveDigits(const Digits& givens, int limit);
     // The same from the texts of the puzzle range, to the working range and back. False only when the user
-    // declined to go on; true when solved, cancelled, or when the givens clash. Unless solved, the working
-    // range holds the givens only.
+    // declined to go on. After a cancel or a clash of the givens, the working range holds these alone; after
+    // the time limit a part of the grid.
     bool SolveFromRanges();
     // Attempts between two questions, by the settings.
     static int AttemptLimit();
     // One attempt on the table as loaded, without taking guesses back. True: the grid is full, or the attempt
-    // was stopped (time limit, cancel) and is incomplete. False: a dead end, since a contradiction showed or
+    // was stopped by the time limit and is incomplete. False: a dead end, since a contradiction showed or
     // no guess can be made any more.
     bool SolveAttempt();
     void LoadGivens();
     void CopyWorkingToPuzzle();
     void ClearRanges();
 
-    // A pass found the progress window hidden. Each SolveFromRanges and CreateGrid starts without.
+    // The progress window was found hidden, between two attempts. Each search and generation starts without.
     bool CancelRequested() const { return cancelRequested_; }
 
     // ---- Generator.
@@ -60,7 +58,6 @@ class EngineRun {
   private:
     // `loadGivens` puts the givens into the reset table.
     Ending Search(int limit, const std::function<void()>& loadGivens);
-    bool Attempt(Board& board) const;
     void LoadRangesFromPuzzle();
     void ShowProgress(int counter, int limit);
     void NoticeCancel();

@@ -53,7 +53,7 @@ int ReadLevel() {
 std::optional<GivenPairs> DrawPairs(int level) {
     NumberPool digits(level - 1);
     NumberPool boxes(level - 1);
-    // The pool stays sorted: shortening it takes from the last boxes.
+    // Nothing is taken yet, and the pool sorted: shortening it takes from the last boxes.
     boxes.Shorten(static_cast<int>(Global::NextRandom() * 9));
 
     constexpr int failureLimit = 100;
@@ -119,8 +119,8 @@ bool EngineRun::CreateGrid() {
 }
 
 bool EngineRun::BuildSolution() {
-    // One attempt in ten is a dead end: twenty in a row mean that seeds or clock are broken. A negative
-    // setting, which asks before each attempt of a search, would ask without need here.
+    // From three boxes one attempt in ten is a dead end: twenty in a row mean that seeds or clock are broken.
+    // A negative setting, which asks before each attempt of a search, would ask without need here.
     const int limit = std::max(AttemptLimit(), 20);
     ClearRanges();
     for (int attempts = 0;; ++attempts) {
@@ -154,8 +154,9 @@ void FillBox(int box) {
 }
 
 bool EngineRun::MakePuzzle() {
-    // Few givens seldom leave one solution only; another solution may do better. The hardest level takes 56
-    // tries on average, and took 518 at most in 3,000 grids.
+    // A choice of givens is accepted when a search finds the same grid again, which few givens seldom allow;
+    // those of another grid may. The hardest level takes 56 tries on average, and took 518 at most in 3,000
+    // grids.
     constexpr int triesPerSolution = 25;
     const int level = ReadLevel();
     const int limit = AttemptLimit();

@@ -19,7 +19,7 @@ int BoxCellIndex(int box, int position);  // position 1..9, row-major inside the
 
 // ---- Tables.
 //
-// Solve table, signed 16-bit, stored at cell + 82 * k, cell 0..81 (row 0 unused), k 0..9:
+// Solve table, signed 16-bit, by cell 0..81 (0 unused) and k 0..9:
 //   k = 0     the digit in the cell, 0 while it is empty
 //   k = 1..9  +k while digit k is a candidate of the cell, -k once it is excluded
 // Box-digit table, signed 16-bit, (box 0..9, digit 0..9): -d until digit d is placed in the box, then +d.
@@ -38,7 +38,7 @@ bool HasEmptyCell();
 int CandidateCount(int cell);  // 0 for a filled cell
 int CountInRow(int row, int digit);
 int CountInCol(int col, int digit);
-// The digit stands at least once more in the cell's row or column.
+// The cell holds the digit, which stands in its row or column once more.
 bool IsDuplicate(int cell, int digit);
 // At least two cells of the row, at least one cell of the column, can still take the digit. The thresholds
 // differ on purpose.

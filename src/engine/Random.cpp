@@ -6,6 +6,7 @@ namespace {
 
 std::uint64_t randomState = 0;
 
+// The upper bits of SplitMix64.
 std::uint32_t Draw24Bits() {
     randomState += 0x9E3779B97F4A7C15U;
     std::uint64_t mixed = randomState;

@@ -42,6 +42,23 @@ int DrawGuess(const Global::Board& board, int cell) {
     return 0;
 }
 
+// True: the grid is full, or the time is up. False: a dead end.
+bool Attempt(Global::Board& board) {
+    const platform::Host& host = platform::TheHost();
+    const auto deadline = host.clock->Now() + std::chrono::minutes(1);
+    while (true) {
+        host.events->Yield();
+        if (!board.FillSingles()) return false;
+        if (board.Full()) return true;
+        if (host.clock->Now() > deadline) return true;
+        const int cell = Global::ChooseGuessCell(board);
+        if (const int digit = DrawGuess(board, cell); digit != 0)
+            board.FillAndExclude(cell, digit);
+        else if (!board.AnyGuessAllowed())
+            return false;  // another draw among the tied cells would change nothing
+    }
+}
+
 }  // namespace
 
 namespace Global {
@@ -84,6 +101,7 @@ EngineRun::Ending EngineRun::Search(int limit, const std::function<void()>& load
             counter = 1;
         }
         Reseed();
+        // Only now: a run that is cancelled at once tells nothing about its givens.
         if (!start) {
             ResetTable();
             loadGivens();
@@ -160,22 +178,6 @@ bool EngineRun::SolveAttempt() {
     const bool ended = Attempt(board);
     StoreBoard(board);
     return ended;
-}
-
-bool EngineRun::Attempt(Board& board) const {
-    const platform::Host& host = platform::TheHost();
-    const auto deadline = host.clock->Now() + std::chrono::minutes(1);
-    while (true) {
-        host.events->Yield();
-        if (!board.FillSingles()) return false;
-        if (board.Full()) return true;
-        if (host.clock->Now() > deadline || cancelRequested_) return true;
-        const int cell = ChooseGuessCell(board);
-        if (const int digit = DrawGuess(board, cell); digit != 0)
-            board.FillAndExclude(cell, digit);
-        else if (!board.AnyGuessAllowed())
-            return false;  // another draw among the tied cells would change nothing
-    }
 }
 
 void EngineRun::LoadGivens() {

@@ -17,7 +17,7 @@ class clsCell {
     // Digit k is still possible; computed by clsGrid::ManageAvails, never marks the cell modified.
     bool Avail(int k) const { return IsDigitIndex(k) && (avail_ >> k & 1) != 0; }
     void Avail(int k, bool flag);
-    // All nine at once, bit k for digit k.
+    // All nine at once, bit k for digit k; no other bit.
     void Avails(unsigned digits) { avail_ = static_cast<std::uint16_t>(digits); }
 
     // Digit k was excluded by the user.

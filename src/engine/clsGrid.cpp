@@ -84,10 +84,7 @@ bool clsGrid::SolveGrid(platform::ProgressWindow* progress) {
         RangeClass puzzle;
         RangeClass working;
         for (const clsCell& cell : cells_) {
-            clsXlCellClass& target = puzzle.Cells(cell.Row(), cell.Col());
-            target.Locked = target.Font.Bold = cell.Locked();
-            if (cell.Locked()) target.Value = std::to_string(cell.Value());
-            working.Cells(cell.Row(), cell.Col()).Value = target.Value;
+            if (cell.Locked()) puzzle.Cells(cell.Row(), cell.Col()).Value = std::to_string(cell.Value());
         }
         Global::EngineRun(puzzle, working, progress).SolveFromRanges();
         for (clsCell& cell : cells_) cell.Value(ValueOfText(working.Cells(cell.Row(), cell.Col()).Value));
@@ -114,8 +111,8 @@ bool clsGrid::CreateGrid(platform::ProgressWindow* progress) {
 
 void clsGrid::ManageAvails() {
     Global::EngineArray<std::uint32_t, 256> unitsWith;  // by value
-    for (int index = 1; index <= 81 && !noAutoMask_; ++index)
-        unitsWith[Cells(index)->Value()] |= unitBits[index];
+    if (!noAutoMask_)
+        for (int index = 1; index <= 81; ++index) unitsWith[Cells(index)->Value()] |= unitBits[index];
     for (int index = 1; index <= 81; ++index) {
         unsigned available = 0;
         for (int k = 1; k <= 9; ++k) available |= (unitsWith[k] & unitBits[index]) == 0 ? 1U << k : 0U;
