@@ -34,8 +34,8 @@ void LostGrids::PutAside(const std::string& file, const std::string& parent) {
 }
 
 void LostGrids::Remove() {
-    std::error_code stays;
-    for (const std::string& file : files_) std::filesystem::remove(file, stays);
+    std::error_code ignored;
+    for (const std::string& file : files_) std::filesystem::remove(file, ignored);
     for (RecoveryFolder& folder : folders_) {
         if (folder.Files().empty()) folder.Remove();
     }

@@ -95,8 +95,8 @@ void RecoveryFolder::Remove() {
     if (!*this) return;
     std::error_code failed;
     for (fs::directory_iterator entry(path_, failed), end; !failed && entry != end; entry.increment(failed)) {
-        std::error_code stays;
-        if (!entry->path().string().ends_with(lockName)) fs::remove(entry->path(), stays);
+        std::error_code ignored;
+        if (!entry->path().string().ends_with(lockName)) fs::remove(entry->path(), ignored);
     }
     fs::remove(path_ + std::string(lockName), failed);
     fs::remove(path_, failed);

@@ -28,7 +28,8 @@ class RecoveryFolder {
 
   private:
     using Outcome = platform::FileLock::Outcome;
-    // `make`: the lock, too. Taken: another copy holds the folder, or has just removed it.
+    // `make`: the lock file is made when it is missing. Taken: another copy holds the folder, or has just
+    // removed it.
     static Outcome Lock(const std::string& path, bool make, RecoveryFolder& folder);
 
     std::string path_;

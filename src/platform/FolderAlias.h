@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// A second name for a folder, of plain letters, for those who cannot write its own. It leads there as long as
-// this lives. A system whose names are all text needs none, and may say that there is no such folder.
+// A second name for a folder, in ASCII, for those who cannot write its own. It leads there as long as
+// this lives. A system whose names are all text needs none, and may leave it empty.
 class FolderAlias {
   public:
     FolderAlias() = default;

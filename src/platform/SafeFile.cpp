@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdlib>
 
-// What no system has to be asked for.
+// The part that is the same on every system.
 namespace platform {
 
 bool FileStamp::IsSettled(std::int64_t now) const {

@@ -58,8 +58,8 @@ std::filesystem::path FolderOfFile(const std::filesystem::path& file);
 // Names that were made, renamed or removed in it are on disk then.
 void SyncFolder(const std::filesystem::path& folder);
 
-// A new folder for this user alone: the name's beginning, absolute, and signs that no other has. The whole
-// name; empty if it cannot be made.
+// Makes a folder for this user alone, named by `beginning`, an absolute path, and what no other has. Its
+// path; empty if it cannot be made.
 std::string MakeOwnFolder(std::string beginning);
 
 // True for a regular file (through links); false for folders, pipes, devices and missing names. Never waits.

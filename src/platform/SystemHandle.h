@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// What a file, folder or lock that is open is for the system: known to the system's own sources alone.
+// A file, folder or lock that is open. Only the system's own sources see inside.
 class Descriptor;
 struct CloseDescriptor {
     void operator()(Descriptor* descriptor) const;

@@ -139,6 +139,12 @@ struct PlainTable : GridShape {
 
 enum class Kind { Empty, Singles, Guesses, ManySolutions, Contradictory, Anything };
 
+void PrintTo(Kind kind, std::ostream* out) {
+    constexpr const char* names[] = {"Empty",         "Singles",       "Guesses",
+                                     "ManySolutions", "Contradictory", "Anything"};
+    *out << names[static_cast<std::size_t>(kind)];
+}
+
 struct SolverTable : RunTest, testing::WithParamInterface<Kind> {
     int Draw(int last) { return static_cast<int>(random() % static_cast<unsigned>(last)) + 1; }
     // A puzzle of the kind with its digits renamed and its rows or columns turned over.
@@ -242,7 +248,7 @@ TEST_P(SolverTable, AndItsAttemptsAgreeWithThePlainRules) {
 INSTANTIATE_TEST_SUITE_P(, SolverTable,
                          testing::Values(Kind::Empty, Kind::Singles, Kind::Guesses, Kind::ManySolutions,
                                          Kind::Contradictory, Kind::Anything),
-                         [](const auto& kind) { return "Kind" + std::to_string(int(kind.param)); });
+                         [](const auto& kind) { return testing::PrintToString(kind.param); });
 
 using SolverLimits = RunTest;
 

@@ -8,6 +8,8 @@
 #include <random>
 
 #include "platform/Registry.h"
+#include "platform/qt/Contrast.h"
+#include "platform/qt/ProgramStyle.h"
 #include "support/QtSupport.h"
 
 using namespace std::literals;
@@ -55,6 +57,27 @@ TEST_F(Host, TheClockCountsNanosecondsAndNoSeedComesTwice) {
     constexpr qint64 tick = 10'000'000;
     const auto passed = (host_.clock->Now() - first).count();
     EXPECT_TRUE(passed > 0 && passed <= watch.nsecsElapsed() + tick) << passed;
+}
+
+// By itself a tool does not show that it has the keyboard.
+TEST(ProgramStyle, FramesTheToolThatHasTheKeyboard) {
+    platform_qt::ProgramStyle style;
+    const QToolButton tool;
+    const auto framed = [&](QStyle::State state) {
+        QImage picture(40, 40, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        QStyleOptionToolButton option;
+        option.rect = picture.rect();
+        option.state = state;
+        style.drawComplexControl(QStyle::CC_ToolButton, &option, &painter, &tool);
+        int count = 0;
+        for (int x = 0; x < picture.width(); ++x)
+            count += picture.pixelColor(x, 1) == platform_qt::FocusColor(option.palette) ? 1 : 0;
+        return count;
+    };
+    EXPECT_EQ(framed(QStyle::State_Enabled), 0);
+    EXPECT_GT(framed(QStyle::State_Enabled | QStyle::State_HasFocus), 25);
 }
 
 // Through a link, by any spelling of its name: the user's folder is the link's.

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "document/DocumentSupport.h"
+#include "document/window/CellHolder.h"
 #include "engine/clsGrid.h"
 #include "support/ScriptedHost.h"
 

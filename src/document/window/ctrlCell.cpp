@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "diagnostics/ErrorHandling.h"
+#include "document/window/CellHolder.h"
 #include "document/window/DigitGlyphs.h"
 #include "document/window/ctrlCellAccessible.h"
 #include "engine/clsCell.h"
@@ -120,7 +121,7 @@ std::uint8_t ctrlCell::Value() const {
 
 void ctrlCell::Value(std::uint8_t value) {
     if (!cell_) throw RuntimeError(ErrorNumber::ObjectNotSet);
-    cell_->Value(value);  // its Change event updates the labels
+    cell_->Value(value);  // its Change event shows it
 }
 
 bool ctrlCell::Locked() const {
@@ -134,12 +135,12 @@ void ctrlCell::Locked(bool locked) {
 }
 
 bool ctrlCell::Mask(int d) const {
-    return d >= 1 && d <= 9 && lblMask_[static_cast<std::size_t>(d)];
+    return d >= 1 && d <= 9 && shownMasks_[static_cast<std::size_t>(d)];
 }
 
 void ctrlCell::Mask(int d, bool visible) {
     if (d < 1 || d > 9) return;
-    lblMask_[static_cast<std::size_t>(d)] = visible;
+    shownMasks_[static_cast<std::size_t>(d)] = visible;
     update();
 }
 
@@ -170,11 +171,11 @@ void ctrlCell::SetColors(const QColor& background, const QColor& unlocked, const
 
 void ctrlCell::ManageMasks() {
     const bool show = lblValue_.text.isEmpty() && !noMask_ && cell_;
-    const std::bitset<10> before = lblMask_;
+    const std::bitset<10> before = shownMasks_;
     for (int d = 1; d <= 9; ++d) {
-        lblMask_[static_cast<std::size_t>(d)] = show && !cell_->Inhib(d) && cell_->Avail(d);
+        shownMasks_[static_cast<std::size_t>(d)] = show && !cell_->Inhib(d) && cell_->Avail(d);
     }
-    if (lblMask_ != before) update();
+    if (shownMasks_ != before) update();
 }
 
 QString ctrlCell::PlaceText() const {
@@ -220,7 +221,7 @@ void ctrlCell::ShowValue(std::uint8_t value) {
     update();
 }
 
-void ctrlCell::LayOut(double valueSize, double candidateSize) {
+void ctrlCell::DigitSizes(double valueSize, double candidateSize) {
     valueSize_ = valueSize;
     candidateSize_ = candidateSize;
     update();
@@ -242,7 +243,7 @@ void ctrlCell::paintEvent(QPaintEvent* /*event*/) {
         painter.setPen(platform_qt::Legible(lblValue_.color, backColor_));
         DigitGlyphs::OfSize(valueSize_).Paint(painter, lblValue_.text, area);
     }
-    if (lblMask_.none()) return;
+    if (shownMasks_.none()) return;
     const DigitGlyphs& candidates = DigitGlyphs::OfSize(candidateSize_);
     const auto places = CandidatePlaces(area, candidates.Metrics());
     painter.setPen(platform_qt::Legible(maskColor_, backColor_));

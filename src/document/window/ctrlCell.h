@@ -10,43 +10,10 @@
 
 #include "settings/ColorTable.h"
 
+class CellHolder;
 class QPainter;
 class clsCell;
-class ctrlCell;
 class wGrid;
-
-// The classic key codes that KeyDown speaks of; every other key is 0.
-namespace KeyCode {
-inline constexpr int Backspace = 8;
-inline constexpr int End = 35;
-inline constexpr int Home = 36;
-inline constexpr int Left = 37;
-inline constexpr int Up = 38;
-inline constexpr int Right = 39;
-inline constexpr int Down = 40;
-inline constexpr int Delete = 46;
-}  // namespace KeyCode
-
-// What KeyDown's shift state is the sum of.
-namespace ShiftState {
-inline constexpr int Shift = 1;
-inline constexpr int Control = 2;
-inline constexpr int Alt = 4;
-}  // namespace ShiftState
-
-// Whoever holds cell views is told what the player does in them.
-class CellHolder {
-  public:
-    virtual ~CellHolder() = default;
-
-    virtual void ctrlCells_Click(ctrlCell& cell) = 0;
-    // Every key, by its KeyCode and ShiftState.
-    virtual void ctrlCells_KeyDown(ctrlCell& cell, int keyCode, int shift) = 0;
-    // What was typed, digits of every keyboard as '0' to '9'.
-    virtual void ctrlCells_Keypress(ctrlCell& cell, int keyAscii) = 0;
-    // Candidate 1..9 was chosen to be excluded or readmitted; 0: all are to be readmitted.
-    virtual void ctrlCells_CandidateChosen(ctrlCell& cell, int digit) = 0;
-};
 
 // The view of one cell: its value as one large digit or, while it is empty, its candidates as nine small
 // ones. One widget that paints them itself. Listens to the bound cell, which it does not own and which must
@@ -86,9 +53,8 @@ class ctrlCell : public QWidget {
     bool Mask(int d) const;
     void Mask(int d, bool visible);
 
-    // Places the digits, once the view has its size. Theirs, in pixels, are the same for all cells of a
-    // window, whose own sizes differ by a pixel.
-    void LayOut(double valueSize, double candidateSize);
+    // In pixels; the same for all cells of a window, whose own sizes differ by one.
+    void DigitSizes(double valueSize, double candidateSize);
 
     // True hides all candidates from the next ManageMasks on.
     bool NoMask() const { return noMask_; }
@@ -138,7 +104,7 @@ class ctrlCell : public QWidget {
     Label lblValue_;
     double valueSize_ = 0;  // pixels
     double candidateSize_ = 0;
-    std::bitset<10> lblMask_;  // the candidates on view, by their digit
+    std::bitset<10> shownMasks_;  // by digit
     QColor maskColor_;
     QColor backColor_;
     QColor lockedColor_;

@@ -50,6 +50,7 @@ wGrid::wGrid(MainFrame& frame, std::unique_ptr<GridDocument> document, QWidget* 
 
 wGrid::~wGrid() {
     Unload();
+    // They listen to the document, and call this as their holder.
     for (ctrlCell* cell : cells_) delete cell;
 }
 
@@ -200,7 +201,7 @@ void wGrid::LayOut() {
     const double candidate = CandidateSize(cell, QFontInfo(font()).pixelSize());
     for (int i = 1; i <= 81; ++i) {
         ctrlCells(i).setGeometry(GridLayout::CellPlace(i, size()));
-        ctrlCells(i).LayOut(value, candidate);
+        ctrlCells(i).DigitSizes(value, candidate);
     }
     for (int k = 0; k <= 9; ++k) {
         QWidget* vertical = picV_[static_cast<std::size_t>(k)];

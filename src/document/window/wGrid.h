@@ -8,10 +8,11 @@
 #include <memory>
 
 #include "document/GridDocument.h"
-#include "document/window/ctrlCell.h"
+#include "document/window/CellHolder.h"
 #include "settings/ColorTable.h"
 
 class MainFrame;
+class ctrlCell;
 
 // Shows one open grid: its 81 cell views and its lines. Passes on to the main window what is entered. Lives
 // in a sub-window of the main window's area. Public routines report failures through ShowError and end with

@@ -29,7 +29,8 @@ FileLock::Outcome FileLock::Try() {
     // Of a file that has no name any more, another one may be made and locked.
     struct stat held {};
     const bool seen = fstat(opened_->Number(), &held) == 0;
-    return !seen || (S_ISREG(held.st_mode) && held.st_nlink == 0) ? Outcome::Taken : Outcome::Got;
+    const bool removed = S_ISREG(held.st_mode) && held.st_nlink == 0;
+    return seen && !removed ? Outcome::Got : Outcome::Taken;
 }
 
 }  // namespace platform

@@ -64,8 +64,9 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
     }
     QStyleOptionToolButton shown = *tool;
     if (shown.features & QStyleOptionToolButton::Arrow) shown.features &= ~QStyleOptionToolButton::HasMenu;
+    shown.state &= ~State_HasFocus;
     QProxyStyle::drawComplexControl(control, &shown, painter, widget);
-    if (!(shown.state & State_HasFocus)) return;
+    if (!(tool->state & State_HasFocus)) return;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(FocusColor(shown.palette), 2));
