@@ -37,14 +37,17 @@ bool Overwrite(const std::string& path, const std::string& value) {
            key->SetString({}, value) == RegistryError::None;
 }
 
-// The command that an earlier start stored leads to a program that is not there any more: its folder was
-// moved, or deleted. What cannot be looked at counts as being there.
-bool LeadsNowhere(const std::string& command, const std::string& commandArguments) {
+// The command that an earlier start stored leads to a program that is not there any more, since its folder
+// was moved or deleted, or past the link to it that it was started by now, beside which the settings stand.
+// What cannot be looked at counts as being there.
+bool IsOutdated(const std::string& command, const std::string& commandArguments, const std::string& exePath) {
     const std::string arguments = " " + commandArguments;
     if (!command.ends_with(arguments)) return false;
     std::error_code failed;
     const std::string program = command.substr(0, command.size() - arguments.size());
-    return std::filesystem::status(program, failed).type() == std::filesystem::file_type::not_found;
+    if (std::filesystem::status(program, failed).type() == std::filesystem::file_type::not_found) return true;
+    return std::filesystem::is_symlink(exePath, failed) && !std::filesystem::is_symlink(program, failed) &&
+           std::filesystem::equivalent(program, exePath, failed);
 }
 
 }  // namespace
@@ -59,7 +62,7 @@ bool RegisterFileType(const std::string& exePath, const std::string& extension,
     const std::string command = exePath + " " + commandArguments;
     const std::string commandKey = typeName + "\\shell\\Open\\command";
     const std::string stored = GetRegValue(RegistryRoot::Classes, commandKey, {});
-    const bool moved = !owner.empty() && stored != command && LeadsNowhere(stored, commandArguments);
+    const bool moved = !owner.empty() && stored != command && IsOutdated(stored, commandArguments, exePath);
     const auto write = moved ? Overwrite : Write;
     if (!write(extensionKey, typeName) || !write(commandKey, command)) return false;
     // Without these files still open; they only have no icon and no description.

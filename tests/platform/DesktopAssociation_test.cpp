@@ -95,6 +95,21 @@ TEST_F(Desktop, PathsThatNoCommandLineTakesStillStart) {
     }
 }
 
+// Faults: an entry whose program has gone opens nothing although a package could, or is never rid of.
+TEST_F(Desktop, AnEntryThatOutlivesItsProgramGivesWay) {
+    fs::create_directory(host.PathOf("path"));
+    const std::string program = MakeProgram("Ninarix");
+    ASSERT_TRUE(association.Publish({"nx3", program, "Grille"}) && association.ToolsEnded(20s));
+    fs::remove(program);
+    MakeProgram("path/ninarix");
+    const std::string usual = std::getenv("PATH");
+    setenv("PATH", (host.PathOf("path") + ":" + usual).c_str(), 1);
+    ExpectStarts("xdg-open");
+    setenv("PATH", usual.c_str(), 1);
+    Run("xdg-open ~/*.NX3");
+    EXPECT_EQ(Run("cd \"$XDG_DATA_HOME\"; find . -name \"*ninarix*\" -type f; grep -rli nx3 ."), "");
+}
+
 // Faults: a package's entry is hidden by one that outlives its program, or a broken one is trusted.
 TEST_F(Desktop, APackagesEntryThatWorksIsTheOnlyOne) {
     const FileAssociation ours{"nx3", MakeProgram("Ninarix"), "Grille"};
@@ -109,7 +124,7 @@ TEST_F(Desktop, APackagesEntryThatWorksIsTheOnlyOne) {
     MakeProgram("packaged");
     EXPECT_TRUE(association.Publish(ours) && association.ToolsEnded(20s));
     association.CompleteIcons();
-    EXPECT_EQ(Run("cd \"$XDG_DATA_HOME\"; find . -name \"*ninarix*\"; grep -rli nx3 ."), "");
+    EXPECT_EQ(Run("cd \"$XDG_DATA_HOME\"; find . -name \"*ninarix*\" -type f; grep -rli nx3 ."), "");
 }
 
 TEST_F(Desktop, ToolsThatAreMissingOrHangHoldNothingUp) {

@@ -73,7 +73,8 @@ TEST(FileType, IsStoredOnceUnlessTheExtensionIsAnothers) {
     }
 }
 
-// Faults: a moved folder is not noticed, a second copy or a foreign type is taken over.
+// Faults: a moved folder, or a link made later, is not noticed, a second copy or a foreign type is taken
+// over.
 TEST(FileType, FollowsAProgramThatWasMovedAndNoOther) {
     const ScriptedHost host;
     TestRegistry registry(host.PathOf("registry.ini"));
@@ -93,11 +94,16 @@ TEST(FileType, FollowsAProgramThatWasMovedAndNoOther) {
     ScriptedHost::WriteFile(host.PathOf("ici") + "/az", "");
     EXPECT_FALSE(registers("copie"));
     EXPECT_EQ(command(), host.PathOf("ici") + "/az \"%1\"");
+    std::filesystem::create_directory(host.PathOf("liens"));
+    std::filesystem::create_symlink(host.PathOf("ici") + "/az", host.PathOf("liens") + "/az");
+    EXPECT_TRUE(registers("liens")) << "the entry leads past the link";
+    EXPECT_FALSE(registers("ici"));
+    EXPECT_EQ(registry.publications, 3);
     std::filesystem::remove(host.PathOf("ici") + "/az");
     registry.permissive = true;
     EXPECT_EQ(RegBase::SetRegValue(0x80000000, ".nx3", "Autre", {}), 0);
     EXPECT_FALSE(registers("copie"));
-    EXPECT_EQ(registry.publications, 2);
+    EXPECT_EQ(registry.publications, 3);
 }
 
 }  // namespace

@@ -156,11 +156,19 @@ std::string QuotedForEntry(std::string_view path) {
     return AsEntryText(quoted + '"');
 }
 
-// A script that starts the program, for a path that cannot stand in a command line as it is.
+// A script that starts the program, whatever characters its path has. A user's entry hides the system's, so
+// that one that outlives its program would hide a package's: it gives way to that, or goes.
 std::string Launcher(std::string_view program) {
-    std::string script = "#!/bin/sh\nexec '";
+    std::string script = "#!/bin/sh\nprogram='";
     for (const char c : program) script += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return script + "' \"$@\"\n";
+    return script + R"('
+if [ -x "$program" ]; then exec "$program" "$@"; fi
+if command -v ninarix >/dev/null; then exec ninarix "$@"; fi
+cd "$(dirname "$0")/.." || exit 1
+rm -f applications/ninarix.desktop mime/packages/ninarix.xml icons/hicolor/*/apps/ninarix.* ninarix/demarrer
+update-mime-database mime
+update-desktop-database applications
+)";
 }
 
 }  // namespace
@@ -209,7 +217,13 @@ bool DesktopAssociation::Publish(const FileAssociation& association) {
 }
 
 bool DesktopAssociation::PublishOwn(const FileAssociation& association) {
-    if (!IsProgram(association.program) || !WriteFiles(association)) return false;
+    if (folders_.own.empty() || !IsProgram(association.program)) return false;
+    FileAssociation own = association;
+    own.program = folders_.own + launcherFile;
+    std::error_code failed;
+    if (!WritePublished(own.program, Launcher(association.program))) return false;
+    fs::permissions(own.program, fs::perms::owner_exec, fs::perm_options::add, failed);
+    if (failed || !WriteFiles(own)) return false;
     UpdateCaches();
     return true;
 }
@@ -264,16 +278,9 @@ void DesktopAssociation::UpdateCaches() {
 }
 
 bool DesktopAssociation::PublishProgram(const FileAssociation& association) const {
-    std::string command = association.program;
-    if (NeedsQuotes(command)) {
-        // Even quoted correctly, blanks or "%" in the path break openers that read the command their own way.
-        command = folders_.own + launcherFile;
-        std::error_code failed;
-        if (!WritePublished(command, Launcher(association.program))) return false;
-        fs::permissions(command, fs::perms::owner_exec, fs::perm_options::add, failed);
-        if (failed) return false;
-        if (NeedsQuotes(command)) command = QuotedForEntry(command);
-    }
+    // Even quoted correctly, blanks or "%" in a path break openers that read the command their own way.
+    const std::string command =
+        NeedsQuotes(association.program) ? QuotedForEntry(association.program) : association.program;
     return WritePublished(folders_.own + entryFile,
                           "[Desktop Entry]\n"
                           "Type=Application\n"
