@@ -32,7 +32,8 @@ struct FileAssociation {
 // Publishes the program's file type in the user's data folder: a MIME type, a desktop entry, icons, and the
 // updates of the desktop's own caches. Every routine is silent and quick: the desktop's tools run on their
 // own, and those that are not installed are left out. A desktop knows the entry by its file's name, so that
-// the user's hides the system's and no menu ever has two.
+// the user's hides the system's and no menu ever has two; it starts a script that gives way to the system's
+// once the program has gone.
 class DesktopAssociation {
   public:
     static constexpr std::string_view MimeType = "application/x-ninarix-grid";
