@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QMdiArea>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -267,29 +268,53 @@ void NewGridCommand(benchmark::State& state) {
     }
 }
 
-void MeasureResize(benchmark::State& state, int grids) {
-    Program program;
-    for (int i = 0; i < grids; ++i) program.Window().mnuFileNew_Click();
-    Settle(100);
-    const PaintedCells painted;
-    const QSize usual = program.Window().size();
+// At every step a size that the widget did not have before, until as much is painted as is to be.
+template <class PaintedCount>
+void MeasureResize(benchmark::State& state, QWidget& widget, int toPaint, const PaintedCount& painted) {
+    const QSize usual = widget.size();
     int step = 0;
     for (auto _ : state) {
         ++step;
-        const int count = painted.Count();
+        const int count = painted();
         const auto start = Clock::now();
-        program.Window().resize(usual + QSize(step % 40, step % 30));
-        RunEvents([&] { return painted.Count() >= count + 81; });
+        widget.resize(usual + QSize(step % 40, step % 30));
+        RunEvents([&] { return painted() >= count + toPaint; });
         state.SetIterationTime(Seconds(start));
         Settle();
     }
 }
 
+// In the whole window, or in their area of it alone.
+void MeasureResizeOfGrids(benchmark::State& state, int grids, bool whole) {
+    Program program;
+    for (int i = 0; i < grids; ++i) program.Window().mnuFileNew_Click();
+    Settle(100);
+    const PaintedCells painted;
+    QWidget& area = *program.Window().findChild<QMdiArea*>();
+    MeasureResize(state, whole ? program.Window() : area, 81, [&painted] { return painted.Count(); });
+}
+
 void ResizeWindow(benchmark::State& state) {
-    MeasureResize(state, 1);
+    MeasureResizeOfGrids(state, 1, true);
 }
 void ResizeThirtyGrids(benchmark::State& state) {
-    MeasureResize(state, 30);
+    MeasureResizeOfGrids(state, 30, true);
+}
+void ResizeThirtyInTheirArea(benchmark::State& state) {
+    MeasureResizeOfGrids(state, 30, false);
+}
+
+// What any program pays for a window of that size.
+void ResizeEmptyWindow(benchmark::State& state) {
+    struct Empty : QWidget {
+        void paintEvent(QPaintEvent* /*event*/) override { ++painted; }
+        int painted = 0;
+    } empty;
+    empty.resize(720, 666);
+    empty.show();
+    if (!QTest::qWaitForWindowExposed(&empty)) throw std::runtime_error("no window");
+    Settle(100);
+    MeasureResize(state, empty, 1, [&empty] { return empty.painted; });
 }
 
 // From Ok in the level's dialog on.
@@ -337,6 +362,8 @@ BENCHMARK(ArrowToPaintedSelection)->Apply(ManyTimes);
 BENCHMARK(ResizeOneGrid)->Apply(ManyTimes);
 BENCHMARK(ResizeWindow)->Apply(FewTimes);
 BENCHMARK(ResizeThirtyGrids)->Apply(FewTimes);
+BENCHMARK(ResizeThirtyInTheirArea)->Apply(FewTimes);
+BENCHMARK(ResizeEmptyWindow)->Apply(FewTimes);
 BENCHMARK(GenerateToPaintedGrid)->Apply(FewTimes);
 
 }  // namespace
