@@ -168,6 +168,8 @@ cd "$(dirname "$0")/.." || exit 1
 rm -f applications/ninarix.desktop mime/packages/ninarix.xml icons/hicolor/*/apps/ninarix.* ninarix/demarrer
 update-mime-database mime
 update-desktop-database applications
+said="Ninarix n'est plus là : son entrée de menu est enlevée."
+notify-send Ninarix "$said" 2>/dev/null || echo "$said" >&2
 )";
 }
 
