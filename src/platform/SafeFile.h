@@ -77,9 +77,9 @@ FileState ReadWholeFile(const std::string& path, std::string& bytes, std::uint64
 // when the system comes to it. What is lost then, should the machine stop within that time, is the change.
 enum class Durability { OnDisk, Later };
 
-// Replaces the file's content in one step: the bytes go to a temporary file in the same folder, every
-// write's size is checked, and only then is it renamed over the old file. On
-// false the old file stands as it was and nothing half-written is left. Only a regular file is ever
+// Replaces the file's content in one step: the bytes go to a temporary file in the same folder, every write's
+// size is checked, and only then is it renamed over the old file. On false the old file stands as it was and
+// nothing half-written is left; ObstacleToReplacing, called next, tells why. Only a regular file is ever
 // replaced; a symbolic link is followed; an existing file keeps its permissions, extended attributes and,
 // where that is allowed, its owner; one that may not be written is not replaced.
 //
